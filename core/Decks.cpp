@@ -1,0 +1,57 @@
+#include "core/Decks.h"
+#include "platform/Services.h"
+#include "platform/TextFiles.h"
+#include "shell/Globals.h"
+
+namespace decks {
+
+namespace {
+const QString CrLf = QStringLiteral("\r\n");
+}
+
+bool CheckQuestionFile(const QString &path)
+{
+    if (platform::fileExists(path))
+        return true;
+    platform::msgBox(QStringLiteral("File ") + platform::shownPath(path)
+                         + QStringLiteral(" does not exist, please create it from the Config menu item, or ") + CrLf
+                         + QStringLiteral("performing an Update from the About menu pulldown will retrieve this "
+                                          "file from the internet.")
+                         + CrLf + CrLf,
+                     platform::mb::OkOnly + platform::mb::Information, QStringLiteral("File Does Not Exist"));
+    return false;
+}
+
+QStringList ReadEntries(questions::Kind kind, const QString &path)
+{
+    questions::Reader reader(kind);
+    platform::readLines(path, [&](const QString &line) {
+        reader.add(line);
+        return true;
+    });
+    return reader.finish();
+}
+
+std::optional<QStringList> LoadDeck(questions::Kind kind, const QString &path)
+{
+    const QStringList entries = ReadEntries(kind, path);
+    if (entries.isEmpty()) {
+        platform::msgBox(QStringLiteral("File ") + platform::shownPath(path)
+                             + QStringLiteral(" does not contain any questions."),
+                         platform::mb::OkOnly + platform::mb::Information, QStringLiteral("Exiting File Load"));
+        return std::nullopt;
+    }
+    return Globals::ShuffleArray(entries);
+}
+
+std::optional<QStringList> LoadMatchDeck(const QString &path)
+{
+    return LoadDeck(questions::Kind::Match, path);
+}
+
+std::optional<QStringList> LoadPhraseDeck(const QString &path)
+{
+    return LoadDeck(questions::Kind::Phrase, path);
+}
+
+}  // namespace decks

@@ -1,0 +1,242 @@
+#include "core/QuestionRules.h"
+#include "core/RepeatFilter.h"
+#include <vector>
+
+namespace questions {
+
+namespace {
+const QChar Space(u' ');
+
+bool skipped(const QString &line)
+{
+    return line.isEmpty() || line.startsWith(QLatin1Char('#')) || line.size() > MaxQuestionLength;
+}
+
+// The trimmed line with ";", "," and tabs as spaces and every run of spaces
+// made one, upper-cased when asked (ASCII only: the caller makes sure).
+QString collapsed(QStringView line, bool upper)
+{
+    QString out(line.size(), Qt::Uninitialized);
+    char16_t *o = reinterpret_cast<char16_t *>(out.data());
+    qsizetype m = 0;
+    bool lastSpace = false;
+    for (QChar qc : line) {
+        char16_t c = qc.unicode();
+        if (c == u';' || c == u',' || c == u'\t')
+            c = u' ';
+        if (c == u' ') {
+            if (lastSpace)
+                continue;
+            lastSpace = true;
+        } else {
+            lastSpace = false;
+            if (upper && c >= u'a' && c <= u'z')
+                c = char16_t(c - 32);
+        }
+        o[m++] = c;
+    }
+    out.truncate(m);
+    return out;
+}
+
+QStringView trimmedView(const QString &text)
+{
+    qsizetype begin = 0, end = text.size();
+    while (begin < end && text[begin] == Space)
+        ++begin;
+    while (end > begin && text[end - 1] == Space)
+        --end;
+    return QStringView(text).sliced(begin, end - begin);
+}
+
+bool isAscii(QStringView text)
+{
+    for (QChar c : text)
+        if (c.unicode() >= 0x80)
+            return false;
+    return true;
+}
+
+// "BLANK", "Blank" or "blank" at i (called for every character: kept cheap).
+bool isPlaceholderAt(const char16_t *c, qsizetype size, qsizetype i)
+{
+    if (i + 5 > size)
+        return false;
+    const char16_t *w = c + i;
+    if (w[0] == u'B') {
+        if (w[1] == u'L')
+            return w[2] == u'A' && w[3] == u'N' && w[4] == u'K';
+        return w[1] == u'l' && w[2] == u'a' && w[3] == u'n' && w[4] == u'k';
+    }
+    return w[0] == u'b' && w[1] == u'l' && w[2] == u'a' && w[3] == u'n' && w[4] == u'k';
+}
+}  // namespace
+
+QString trimSpaces(const QString &text)
+{
+    return trimmedView(text).toString();
+}
+
+std::optional<QString> matchCandidate(const QString &raw)
+{
+    const QStringView trimmed = trimmedView(raw);
+    if (!isAscii(trimmed))  // upper-casing beyond ASCII may change lengths
+        return literal::matchCandidate(raw);
+    const QString line = collapsed(trimmed, true);
+    const qsizetype at = line.indexOf(QLatin1String("BLANK"));
+    if (at < 0 || line.indexOf(QLatin1String("BLANK"), at + 5) >= 0)
+        return std::nullopt;
+    QString entry;
+    entry.reserve(line.size() + MatchBlank.size());
+    if (at > 0 && line[at - 1] == Space) {  // " BLANK" becomes ",___"
+        entry += QStringView(line).first(at - 1);
+        entry += QLatin1Char(',');
+        entry += MatchBlank;
+        entry += QStringView(line).sliced(at + 5);
+    } else if (at + 5 < line.size() && line[at + 5] == Space) {  // "BLANK " becomes "___,"
+        entry += QStringView(line).first(at);
+        entry += MatchBlank;
+        entry += QLatin1Char(',');
+        entry += QStringView(line).sliced(at + 6);
+    } else {
+        return std::nullopt;  // no comma: the line does not split in two
+    }
+    if (skipped(entry))
+        return std::nullopt;
+    return entry;
+}
+
+std::optional<QString> phraseCandidate(const QString &raw)
+{
+    // One pass: separators as spaces, runs of spaces made one, and each
+    // placeholder made a blank. A placeholder with a space beside it keeps
+    // that space; one with none gets a space after it.
+    const QStringView line = trimmedView(raw);
+    const auto *c = reinterpret_cast<const char16_t *>(line.utf16());
+    const qsizetype n = line.size();
+    auto spaceAt = [&](qsizetype i) { return c[i] == u' ' || c[i] == u';' || c[i] == u',' || c[i] == u'\t'; };
+    // A placeholder of 5 letters becomes at most 10 characters.
+    thread_local std::vector<char16_t> out;
+    out.resize(size_t(2 * n + 1));
+    char16_t *o = out.data();
+    qsizetype m = 0;
+    bool any = false, lastSpace = false;
+    for (qsizetype i = 0; i < n;) {
+        if (spaceAt(i)) {
+            if (!lastSpace)
+                o[m++] = u' ';
+            lastSpace = true;
+            ++i;
+        } else if (isPlaceholderAt(c, n, i)) {
+            any = true;
+            for (int k = 0; k < 9; ++k)
+                o[m++] = u'_';
+            if (!lastSpace && !(i + 5 < n && spaceAt(i + 5)))
+                o[m++] = u' ';
+            lastSpace = false;
+            i += 5;
+        } else {
+            o[m++] = c[i];
+            lastSpace = false;
+            ++i;
+        }
+    }
+    if (!any)
+        return std::nullopt;
+    QString entry(reinterpret_cast<const QChar *>(o), m);
+    if (skipped(entry))
+        return std::nullopt;
+    return entry;
+}
+
+std::optional<QString> candidate(Kind kind, const QString &line)
+{
+    return kind == Kind::Match ? matchCandidate(line) : phraseCandidate(line);
+}
+
+namespace literal {
+namespace {
+void separatorsToSpaces(QString &line)
+{
+    line.replace(QLatin1Char(';'), Space).replace(QLatin1Char(','), Space).replace(QLatin1Char('\t'), Space);
+}
+
+void collapseSpaces(QString &line)
+{
+    while (line.contains(QLatin1String("  ")))
+        line.replace(QLatin1String("  "), QLatin1String(" "));
+}
+}  // namespace
+
+std::optional<QString> matchCandidate(const QString &raw)
+{
+    QString line = trimSpaces(raw).toUpper();
+    const bool onePlaceholder = line.count(QLatin1String("BLANK")) == 1;
+    separatorsToSpaces(line);
+    collapseSpaces(line);
+    line.replace(QLatin1String(" BLANK"), QLatin1Char(',') + MatchBlank);
+    line.replace(QLatin1String("BLANK "), MatchBlank + QLatin1Char(','));
+    if (skipped(line) || !onePlaceholder || line.count(QLatin1Char(',')) != 1)
+        return std::nullopt;
+    return line;
+}
+
+std::optional<QString> phraseCandidate(const QString &raw)
+{
+    QString line = trimSpaces(raw);
+    const bool hasPlaceholder = line.contains(QLatin1String("Blank")) || line.contains(QLatin1String("BLANK"))
+                                || line.contains(QLatin1String("blank"));
+    separatorsToSpaces(line);
+    collapseSpaces(line);
+    for (const char *word : {"BLANK", "Blank", "blank"}) {
+        const QString w = QLatin1String(word);
+        line.replace(Space + w, Space + PhraseBlank);
+        line.replace(w + Space, PhraseBlank + Space);
+    }
+    for (const char *word : {"BLANK", "Blank", "blank"})
+        line.replace(QLatin1String(word), PhraseBlank + Space);
+    if (skipped(line) || !hasPlaceholder)
+        return std::nullopt;
+    return line;
+}
+}  // namespace literal
+
+Reader::Reader(Kind kind)
+    : m_kind(kind)
+{
+}
+
+void Reader::add(const QString &line)
+{
+    if (auto entry = candidate(m_kind, line))
+        m_candidates.append(std::move(*entry));
+}
+
+QStringList Reader::finish()
+{
+    const std::vector<bool> kept = RepeatFilter::keep(m_candidates);
+    QStringList entries;
+    for (qsizetype i = 0; i < m_candidates.size() && entries.size() < MaxDeckEntries; ++i)
+        if (kept[size_t(i)])
+            entries.append(m_candidates[i]);
+    m_candidates.clear();
+    return entries;
+}
+
+QStringList acceptLines(Kind kind, const QStringList &lines)
+{
+    Reader reader(kind);
+    for (const QString &line : lines)
+        reader.add(line);
+    return reader.finish();
+}
+
+MatchHalves splitMatch(const QString &entry)
+{
+    const qsizetype comma = entry.indexOf(QLatin1Char(','));
+    if (comma < 0)
+        return {entry, QString()};
+    return {entry.left(comma), entry.mid(comma + 1)};
+}
+
+}  // namespace questions

@@ -1,0 +1,64 @@
+#pragma once
+// How a line of a question file becomes a question. Kept apart from the file
+// reading and the shuffle so the rules can be checked as data.
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace questions {
+
+// The blank shown in a match entry and in a phrase.
+inline const QString MatchBlank = QStringLiteral("___________________");  // 19
+inline const QString PhraseBlank = QStringLiteral("_________");           // 9
+
+// A deck is counted in 16-bit numbers by the game, so it holds at most this
+// many entries; accepted lines after that are left out of the deck.
+constexpr qsizetype MaxDeckEntries = 32766;
+// No screen shows a longer question: such a line is skipped.
+constexpr qsizetype MaxQuestionLength = 1000;
+
+enum class Kind { Match, Phrase };
+
+// The line as it would enter the deck, or nothing when the line is skipped
+// for its own sake (comment, empty, no or too many placeholders...). Whether
+// it repeats an earlier line is decided by the reader.
+std::optional<QString> matchCandidate(const QString &line);
+std::optional<QString> phraseCandidate(const QString &line);
+std::optional<QString> candidate(Kind kind, const QString &line);
+
+// The same rules applied step by step, as they are written: the reference
+// for the single-pass versions above, which use them for any line they do
+// not handle themselves.
+namespace literal {
+std::optional<QString> matchCandidate(const QString &line);
+std::optional<QString> phraseCandidate(const QString &line);
+}  // namespace literal
+
+// Removes leading and trailing U+0020 only (tabs stay).
+QString trimSpaces(const QString &text);
+
+// Reads lines in file order and keeps the accepted entries in that order.
+// A line is a repeat when it occurs anywhere in the entries accepted before
+// it (as part of one, not only as a whole one).
+class Reader {
+public:
+    explicit Reader(Kind kind);
+    void add(const QString &line);
+    // The accepted entries, in file order, at most MaxDeckEntries.
+    QStringList finish();
+
+private:
+    Kind m_kind;
+    QStringList m_candidates;
+};
+
+// The accepted entries of a whole file's lines, in file order.
+QStringList acceptLines(Kind kind, const QStringList &lines);
+
+// A match entry's two halves, as the two labels show them.
+struct MatchHalves {
+    QString left, right;
+};
+MatchHalves splitMatch(const QString &entry);
+
+}  // namespace questions

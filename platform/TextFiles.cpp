@@ -1,0 +1,230 @@
+#include "platform/TextFiles.h"
+#include "platform/Errors.h"
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+namespace platform {
+
+namespace {
+std::function<void(const QString &)> &commitHook()
+{
+    static std::function<void(const QString &)> hook;
+    return hook;
+}
+
+QString decodeLine(QByteArrayView bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(bytes);
+    if (utf8.hasError())
+        return QString::fromLatin1(bytes.data(), bytes.size());
+    return text;
+}
+
+constexpr qint64 ChunkSize = 1 << 16;
+}  // namespace
+
+QString onDisk(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists())
+        return path;
+    const QDir dir = info.dir();
+    if (!dir.exists())
+        return path;
+    const QString wanted = info.fileName();
+    const QStringList names = dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                            QDir::Name);
+    for (const QString &name : names)
+        if (name.compare(wanted, Qt::CaseInsensitive) == 0)
+            return dir.filePath(name);
+    return path;
+}
+
+bool fileExists(const QString &path)
+{
+    const QFileInfo info(onDisk(path));
+    return info.exists() && !info.isDir();
+}
+
+bool folderExists(const QString &path)
+{
+    return QFileInfo(onDisk(path)).isDir();
+}
+
+QString decodeText(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(bytes);
+    if (!utf8.hasError())
+        return text;
+    // Decode line by line so one foreign line does not spoil the others.
+    QString out;
+    out.reserve(bytes.size());
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= bytes.size(); ++i) {
+        if (i == bytes.size() || bytes[i] == '\n') {
+            out += decodeLine(QByteArrayView(bytes).sliced(start, i - start));
+            if (i < bytes.size())
+                out += QLatin1Char('\n');
+            start = i + 1;
+        }
+    }
+    return out;
+}
+
+QByteArray encodeText(const QString &text)
+{
+    return text.toUtf8();
+}
+
+int openFailureNumber(const QString &path, Access access)
+{
+    const QFileInfo info(path);
+    if (!info.dir().exists())
+        return err::PathNotFound;
+    if (info.isDir())
+        return err::PathFileAccess;
+    if (!info.exists()) {
+        if (access == Access::Replace)
+            return QFileInfo(info.absolutePath()).isWritable() ? err::PathFileAccess : err::PermissionDenied;
+        return err::FileNotFound;
+    }
+    if (access == Access::Read ? !info.isReadable() : !info.isWritable())
+        return err::PermissionDenied;
+    return err::PathFileAccess;
+}
+
+void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine)
+{
+    const QString real = onDisk(path);
+    QFile file(real);
+    if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
+        raise(openFailureNumber(real, Access::Read), file.errorString());
+    QByteArray pending;
+    bool lastWasCR = false;
+    auto emitLine = [&](qsizetype end) -> bool {
+        const QString line = decodeLine(QByteArrayView(pending).first(end));
+        return eachLine(line);
+    };
+    while (true) {
+        const QByteArray chunk = file.read(ChunkSize);
+        if (chunk.isEmpty()) {
+            if (file.error() != QFileDevice::NoError)
+                raise(err::PathFileAccess, file.errorString());
+            break;
+        }
+        qsizetype from = 0;
+        for (qsizetype i = 0; i < chunk.size(); ++i) {
+            const char c = chunk[i];
+            if (c == '\n' && lastWasCR) {  // the LF of a CR LF already ended the line
+                lastWasCR = false;
+                from = i + 1;
+                continue;
+            }
+            lastWasCR = false;
+            if (c == '\r' || c == '\n') {
+                pending.append(chunk.constData() + from, i - from);
+                if (!emitLine(pending.size()))
+                    return;
+                pending.clear();
+                lastWasCR = (c == '\r');
+                from = i + 1;
+            }
+        }
+        pending.append(chunk.constData() + from, chunk.size() - from);
+    }
+    if (!pending.isEmpty())
+        emitLine(pending.size());
+}
+
+QStringList readAllLines(const QString &path)
+{
+    QStringList lines;
+    readLines(path, [&](const QString &line) {
+        lines.append(line);
+        return true;
+    });
+    return lines;
+}
+
+QString readWhole(const QString &path)
+{
+    const QString real = onDisk(path);
+    QFile file(real);
+    if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
+        raise(openFailureNumber(real, Access::Read), file.errorString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        raise(err::PathFileAccess, file.errorString());
+    if (bytes.isEmpty())
+        raise(err::InputPastEnd, QStringLiteral("the file is empty"));
+    return decodeText(bytes);
+}
+
+void writeWhole(const QString &path, const QString &text)
+{
+    const QString real = onDisk(path);
+    if (QFileInfo(real).isDir())
+        raise(err::PathFileAccess);
+    QSaveFile file(real);
+    if (!file.open(QIODevice::WriteOnly))
+        raise(openFailureNumber(real, Access::Replace), file.errorString());
+    const QByteArray bytes = encodeText(text);
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        raise(err::DiskFull, file.errorString());
+    }
+    if (commitHook()) {
+        try {
+            commitHook()(real);
+        } catch (...) {
+            file.cancelWriting();
+            throw;
+        }
+    }
+    if (!file.commit())
+        raise(file.error() == QFileDevice::WriteError ? err::DiskFull : err::PathFileAccess, file.errorString());
+}
+
+void appendText(const QString &path, const QString &text)
+{
+    const QString real = onDisk(path);
+    QFile file(real);
+    if (QFileInfo(real).isDir() || !file.open(QIODevice::Append | QIODevice::ExistingOnly))
+        raise(openFailureNumber(real, Access::Append), file.errorString());
+    const QByteArray bytes = encodeText(text);
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        raise(err::DiskFull, file.errorString());
+}
+
+void startFile(const QString &path, const QString &text)
+{
+    const QString real = onDisk(path);
+    if (QFileInfo(real).isDir())
+        raise(err::PathFileAccess);
+    QSaveFile file(real);
+    // The log may live in a folder the host cannot write to while the file
+    // itself can be; then the file is rewritten in place.
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly))
+        raise(openFailureNumber(real, Access::Replace), file.errorString());
+    const QByteArray bytes = encodeText(text);
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        raise(err::DiskFull, file.errorString());
+    }
+    if (!file.commit())
+        raise(err::DiskFull, file.errorString());
+}
+
+void setBeforeCommitHook(std::function<void(const QString &)> hook)
+{
+    commitHook() = std::move(hook);
+}
+
+}  // namespace platform

@@ -1,0 +1,52 @@
+#pragma once
+// Text files as the program keeps them: 8-bit text in the system code page
+// (UTF-8 here), lines ended by CR LF. Every failure raises a RuntimeError with
+// the number the old run time gave it.
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace platform {
+
+// The path of the file that stands for this one on disk: the same path, or a
+// file in the same folder whose name differs only in letter case.
+QString onDisk(const QString &path);
+
+bool fileExists(const QString &path);    // a file (not a folder), any letter case
+bool folderExists(const QString &path);
+
+// Decodes bytes of the system code page. A line that is not valid UTF-8 is
+// read as Latin-1, so an accented file from another system keeps its letters
+// and no byte is ever lost.
+QString decodeText(const QByteArray &bytes);
+QByteArray encodeText(const QString &text);
+
+// Reads a file line by line. A line ends at CR LF, a bare LF or a bare CR.
+// The callback returns false to stop early.
+void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine);
+QStringList readAllLines(const QString &path);
+
+// Reads a whole file unchanged. A file of zero length cannot be read (62).
+QString readWhole(const QString &path);
+
+// Replaces a whole file so that a crash or a full disk at any moment leaves
+// either the old file or the new one, whole.
+void writeWhole(const QString &path, const QString &text);
+
+// Appends to an existing file; a missing file is a failure (53).
+void appendText(const QString &path, const QString &text);
+
+// Creates or empties a file and writes text to it. Used where the folder may
+// be read-only but the file itself writable (the log).
+void startFile(const QString &path, const QString &text);
+
+// Test hook: when set, writeWhole calls it after the new content is written
+// and before it replaces the old file; a throw there simulates a crash or a
+// failing disk at the last moment.
+void setBeforeCommitHook(std::function<void(const QString &path)> hook);
+
+enum class Access { Read, Replace, Append };
+// Gives the failure number for a file that could not be opened.
+int openFailureNumber(const QString &path, Access access);
+
+}  // namespace platform

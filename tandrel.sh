@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Sets Tandrel up on Debian 12 and then plays it or tests it.
+#   ./tandrel.sh play   install what is missing, build, start the game
+#   ./tandrel.sh test   install what is missing, build, run the whole test suite
+set -euo pipefail
+cd "$(dirname "$0")"
+
+what=${1:-play}
+case "$what" in play|test) ;; *) echo "usage: $0 play|test" >&2; exit 2 ;; esac
+
+# Everything the program needs to build and run; the tests need a few more.
+packages=(build-essential cmake qt6-base-dev qt6-multimedia-dev libqt6svg6
+          gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+          fonts-liberation2 fonts-dejavu-core)
+test_packages=(xvfb xauth xdotool)
+[ "$what" = test ] && packages+=("${test_packages[@]}")
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "Installing: ${missing[*]}"
+  sudo=""
+  [ "$(id -u)" -eq 0 ] || sudo="sudo"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+jobs=$(nproc 2>/dev/null || echo 2)
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
+cmake --build build -j"$jobs"
+
+if [ "$what" = play ]; then
+  exec build/bin/Tandrel
+fi
+cd build
+QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j"$jobs"

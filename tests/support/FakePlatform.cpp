@@ -1,0 +1,105 @@
+#include "FakePlatform.h"
+#include "shell/Globals.h"
+#include <QDialog>
+#include <QFile>
+
+namespace {
+class RecordingPlayer final : public platform::MediaPlayer {
+public:
+    RecordingPlayer(QString name, QStringList &calls)
+        : m_name(std::move(name)), m_calls(calls) {}
+    void setUrl(const QString &path) override { record(QStringLiteral("url ") + path); }
+    void play() override { record(QStringLiteral("play")); }
+    void stop() override { record(QStringLiteral("stop")); }
+    void setVolume(int volume) override { record(QStringLiteral("volume %1").arg(volume)); }
+    void setLoop(bool loop) override { record(loop ? QStringLiteral("loop on") : QStringLiteral("loop off")); }
+
+private:
+    void record(const QString &what) { m_calls.append(m_name + QLatin1Char(' ') + what); }
+    QString m_name;
+    QStringList &m_calls;
+};
+}  // namespace
+
+FakePlatform::FakePlatform()
+{
+    dir = m_tempDir.path();
+    Globals::ResetLogForTests();
+    m_previous = platform::install({this, this, this, this, this, this});
+}
+
+FakePlatform::~FakePlatform()
+{
+    platform::install(m_previous);
+    Globals::ResetLogForTests();
+}
+
+QStringList FakePlatform::boxTitles() const
+{
+    QStringList titles;
+    for (const auto &b : boxes)
+        titles.append(b.title);
+    return titles;
+}
+
+QString FakePlatform::writeFile(const QString &name, const QByteArray &bytes) const
+{
+    QFile f(path(name));
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
+        qFatal("cannot write the test file %s", qPrintable(name));
+    return f.fileName();
+}
+
+QByteArray FakePlatform::logBytes() const
+{
+    QFile f(path(QStringLiteral("LogInfo.txt")));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QStringList FakePlatform::logTexts() const
+{
+    const QString stamp = platform::generalDateText(time, loc) + QStringLiteral("  ");
+    QStringList texts;
+    const QStringList lines = QString::fromUtf8(logBytes()).split(QStringLiteral("\r\n"));
+    for (const QString &line : lines)
+        texts.append(line.startsWith(stamp) ? line.mid(stamp.size()) : line);
+    if (!texts.isEmpty() && texts.last().isEmpty())
+        texts.removeLast();
+    return texts;
+}
+
+int FakePlatform::messageBox(const QString &text, int style, const QString &title)
+{
+    boxes.append({text, style, title});
+    if (!answers.isEmpty())
+        return answers.takeFirst();
+    return (style & 0x0F) == platform::mb::YesNoCancel ? platform::mb::Cancel : platform::mb::Ok;
+}
+
+int FakePlatform::execModal(QDialog &dialog)
+{
+    modalsShown.append(dialog.objectName());
+    if (onModal)
+        return onModal(dialog);
+    return QDialog::Rejected;
+}
+
+std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString &name)
+{
+    return std::make_unique<RecordingPlayer>(name, mediaCalls);
+}
+
+void FakePlatform::launch(const QString &verb, const QString &file, const QString &parameters)
+{
+    launches.append(verb + QLatin1Char('|') + file + QLatin1Char('|') + parameters);
+    for (const QString &c : componentsLoadingAfterLaunch)
+        if (file.endsWith(c))
+            missingComponents.removeAll(c);
+}
+
+float FakePlatform::next()
+{
+    if (!randomValues.isEmpty())
+        return randomValues.takeFirst();
+    return float(m_gen() >> 8) * (1.0f / 16777216.0f);
+}
