@@ -166,12 +166,18 @@ QString readWhole(const QString &path)
     return decodeText(bytes);
 }
 
-void writeWhole(const QString &path, const QString &text)
+namespace {
+// Writes a whole file through a temporary one that replaces it at the end.
+// With inPlace, a folder that takes no new files lets the file itself be
+// rewritten instead (only for the log: it may lose its old text, never a
+// question file).
+void replaceFile(const QString &path, const QString &text, bool inPlace)
 {
     const QString real = onDisk(path);
     if (QFileInfo(real).isDir())
         raise(err::PathFileAccess);
     QSaveFile file(real);
+    file.setDirectWriteFallback(inPlace);
     if (!file.open(QIODevice::WriteOnly))
         raise(openFailureNumber(real, Access::Replace), file.errorString());
     const QByteArray bytes = encodeText(text);
@@ -190,6 +196,12 @@ void writeWhole(const QString &path, const QString &text)
     if (!file.commit())
         raise(file.error() == QFileDevice::WriteError ? err::DiskFull : err::PathFileAccess, file.errorString());
 }
+}  // namespace
+
+void writeWhole(const QString &path, const QString &text)
+{
+    replaceFile(path, text, false);
+}
 
 void appendText(const QString &path, const QString &text)
 {
@@ -204,22 +216,7 @@ void appendText(const QString &path, const QString &text)
 
 void startFile(const QString &path, const QString &text)
 {
-    const QString real = onDisk(path);
-    if (QFileInfo(real).isDir())
-        raise(err::PathFileAccess);
-    QSaveFile file(real);
-    // The log may live in a folder the host cannot write to while the file
-    // itself can be; then the file is rewritten in place.
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        raise(openFailureNumber(real, Access::Replace), file.errorString());
-    const QByteArray bytes = encodeText(text);
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
-        raise(err::DiskFull, file.errorString());
-    }
-    if (!file.commit())
-        raise(err::DiskFull, file.errorString());
+    replaceFile(path, text, true);
 }
 
 void setBeforeCommitHook(std::function<void(const QString &)> hook)

@@ -1,4 +1,5 @@
 #include "shell/Startup.h"
+#include "shell/frmTandrel.h"
 #include <QApplication>
 
 namespace tandrel {
@@ -6,6 +7,10 @@ namespace tandrel {
 int run(QApplication &app)
 {
     QApplication::setApplicationName(QStringLiteral("Tandrel"));
+    auto *main = new frmTandrel;
+    main->setAttribute(Qt::WA_DeleteOnClose);
+    main->Form_Load();
+    main->show();
     return app.exec();
 }
 
