@@ -33,7 +33,7 @@ LOOP=$((BARS * 16 * STEP)) # 564480 samples = 12.8 s (also a multiple of the
 RAW=(-t f32 -r "$SR" -c 1)
 
 # gen CHANNELS LEN EFFECTS...: one synthesized note/hit of exactly LEN samples,
-# as raw float on stdout. With CHANNELS > 1, each synth spec makes one channel
+# as raw float on stdout. With CHANNELS > 1, each synth setting makes one channel
 # and "remix" in the effects folds them to mono.
 gen() {
     local ch=$1 len=$2; shift 2
