@@ -69,7 +69,7 @@ void frmTandrel::Form_Load()
 void frmTandrel::closeOtherWindows()
 {
     for (QWidget *w : platform::loadedWindows())
-        if (w != this && w->objectName() != QLatin1String("frmTandrel"))
+        if (w->objectName() != objectName())
             w->close();
 }
 
