@@ -10,6 +10,9 @@ int run(QApplication &app)
     auto *main = new frmTandrel;
     main->setAttribute(Qt::WA_DeleteOnClose);
     main->Form_Load();
+    // A second copy has already said so and closed itself.
+    if (main->isEnding())
+        return 0;
     main->show();
     return app.exec();
 }

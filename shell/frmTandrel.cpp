@@ -1,9 +1,13 @@
 #include "shell/frmTandrel.h"
+#include "core/Decks.h"
+#include "platform/Numeric.h"
 #include "platform/Services.h"
+#include "platform/TextFiles.h"
 #include "shell/Globals.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QCloseEvent>
+#include <QTimer>
 
 using Globals::Guard;
 using Globals::Guarded;
@@ -13,18 +17,32 @@ frmTandrel::frmTandrel(QWidget *parent)
     : QWidget(parent), m_ui(new Ui::frmTandrel)
 {
     m_ui->setupUi(this);
+    // The layout is fixed: whatever the window manager does, nothing moves.
     setFixedSize(944, 513);
     for (int i = 0; i < 10; ++i) {
-        txtPlayer[i] = findChild<QLineEdit *>(QStringLiteral("txtPlayer_%1").arg(i));
-        txtCounter[i] = findChild<QLineEdit *>(QStringLiteral("txtCounter_%1").arg(i));
-        clkUp[i] = findChild<QToolButton *>(QStringLiteral("clkUp_%1").arg(i));
-        clkDown[i] = findChild<QToolButton *>(QStringLiteral("clkDown_%1").arg(i));
+        txtPlayer[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtPlayer_%1").arg(i));
+        txtCounter[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtCounter_%1").arg(i));
+        clkUp[size_t(i)] = findChild<QToolButton *>(QStringLiteral("clkUp_%1").arg(i));
+        clkDown[size_t(i)] = findChild<QToolButton *>(QStringLiteral("clkDown_%1").arg(i));
     }
     lblName = {m_ui->lblName_0, m_ui->lblName_1};
     OptTimer = {m_ui->OptTimer_0, m_ui->OptTimer_1};
     optSound = {m_ui->optSound_0, m_ui->optSound_1};
     for (int i = 0; i < 10; ++i)
         paintRow(i, i == 0);
+
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer1->setInterval(1000);
+    Timer1->setTimerType(Qt::PreciseTimer);  // a two-minute count must not drift
+
+    wmp1 = platform::media().createPlayer(QStringLiteral("wmp1"));
+    wmp2 = platform::media().createPlayer(QStringLiteral("wmp2"));
+
+    connectGame();
+    connectPanel();
+    connectCountdown();
+    connectSound();
     platform::registerLoadedWindow(this);
 }
 
@@ -33,12 +51,12 @@ frmTandrel::~frmTandrel()
     delete m_ui;
 }
 
-void frmTandrel::paintRow(int row, bool current)
+void frmTandrel::selectOption(QRadioButton *option)
 {
-    const QColor c = QColor::fromRgb(current ? HighlightColour : PlainColour);
-    const QString css = QStringLiteral("QLineEdit { background-color: %1; color: black; }").arg(c.name());
-    txtPlayer[size_t(row)]->setStyleSheet(css);
-    txtCounter[size_t(row)]->setStyleSheet(css);
+    if (option->isChecked())
+        Q_EMIT option->toggled(true);
+    else
+        option->setChecked(true);
 }
 
 void frmTandrel::Form_Load()
@@ -48,6 +66,22 @@ void frmTandrel::Form_Load()
     Globals::GuardedSteps(guard, {
         [&] { WriteLogInfo(QStringLiteral("Loading Form ") + objectName()); },
         [&] {
+            if (!platform::app().previousInstance())
+                return;
+            const QString exe = platform::app().exeName();
+            platform::msgBox(QStringLiteral("The ") + exe + QStringLiteral(" application is already running.  This instance of ")
+                                 + exe + QStringLiteral(" will terminate..."),
+                             platform::mb::OkOnly, QStringLiteral("Tandrel"));
+            ExitWithoutPrompt = true;
+            close();
+        },
+    });
+    if (m_ending)
+        return;
+
+    bool questionFileFound = false;
+    Globals::GuardedSteps(guard, {
+        [&] {
             const QRect screen = platform::app().screenGeometry();
             move(screen.x() + (screen.width() - width()) / 2, screen.y() + (screen.height() - height()) / 2);
         },
@@ -56,14 +90,57 @@ void frmTandrel::Form_Load()
             m_ui->cmbScoreToWin->addItems({"5", "10", "15", "20", "25", "30"});
             m_ui->cmbScoreToWin->setCurrentText(QStringLiteral("10"));
         },
-        [&] { m_ui->clkRound->setText(QStringLiteral("Round 1")); },
+        [&] {
+            m_ui->clkRound->setText(QStringLiteral("Round 1"));
+            RoundNumber = 1;
+        },
         [&] {
             m_ui->cmbNumPlayers->clear();
             m_ui->cmbNumPlayers->addItems({"2", "3", "4", "5", "6", "7", "8", "9", "10"});
             m_ui->cmbNumPlayers->setCurrentText(QStringLiteral("2"));
         },
         [&] { m_ui->SSTab1->setCurrentIndex(0); },
+        [&] { TimerTime = platform::toInt16(m_ui->txtTimer->text()); },
+        [&] { mediaSetUp(); },
+        [&] {
+            PhraseGameInProgress = false;
+            MatchGameInProgress = false;
+        },
+        [&] {
+            if (!platform::fileExists(platform::programPath(QStringLiteral("tandrelPhrases.txt"))))
+                return;
+            clkStartPhrase_Click();
+            m_ui->SSTab1->setCurrentIndex(1);
+            questionFileFound = true;
+        },
+        [&] {
+            if (!platform::fileExists(platform::programPath(decks::MatchFileName)))
+                return;
+            clkStart_Click();
+            m_ui->SSTab1->setCurrentIndex(0);
+            questionFileFound = true;
+        },
+        [&] {
+            if (!questionFileFound)
+                return;
+            TimerTime = 30;
+            m_ui->txtTimer->setText(QStringLiteral("30"));
+            selectOption(OptTimer[1]);
+            selectOption(optSound[1]);
+            wmp1->stop();
+        },
+        [&] { readInConfigFile(); },
     });
+}
+
+void frmTandrel::setProgramTitle()
+{
+    setWindowTitle(platform::app().exeName());
+}
+
+void frmTandrel::setReloadingTitle()
+{
+    setWindowTitle(platform::app().exeName() + QStringLiteral(" is reloading and randomly sorting Tandrels..."));
 }
 
 void frmTandrel::closeOtherWindows()
@@ -95,6 +172,7 @@ void frmTandrel::closeEvent(QCloseEvent *event)
             return;  // No and Cancel change nothing
         }
         m_ending = true;
+        Timer1->stop();
         event->accept();
         QCoreApplication::exit(0);
     });

@@ -38,7 +38,8 @@ void TestMainWindow::everyControlIsThere_data()
         {"lblPhrase", "QLabel", ""},                   {"clkStatusPhrase", "QAbstractButton", ""},
         {"clkStartPhrase", "QAbstractButton", "&Start"}, {"clkPrevPhrase", "QAbstractButton", "&Previous"},
         {"clkNextPhrase", "QAbstractButton", "&Next"}, {"clkExitPhrase", "QAbstractButton", "&Exit"},
-        {"txtTimer", "QLineEdit", "30"},               {"OptTimer_0", "QAbstractButton", "Timer On"},
+        {"txtTimer", "QLineEdit", "0"},  // no question file: the count shows 0
+                      {"OptTimer_0", "QAbstractButton", "Timer On"},
         {"OptTimer_1", "QAbstractButton", "Timer Off"}, {"optSound_0", "QAbstractButton", "Sound On"},
         {"optSound_1", "QAbstractButton", "Sound Off"}, {"lblSound", "QLabel", "Adjust Sound Volume"},
         {"hsc1", "QScrollBar", ""},                    {"clkHowToPlay", "QAbstractButton", "&Rules"},

@@ -71,6 +71,8 @@ QStringList FakePlatform::logTexts() const
 int FakePlatform::messageBox(const QString &text, int style, const QString &title)
 {
     boxes.append({text, style, title});
+    if (onBox)
+        onBox(boxes.last());
     if (!answers.isEmpty())
         return answers.takeFirst();
     return (style & 0x0F) == platform::mb::YesNoCancel ? platform::mb::Cancel : platform::mb::Ok;

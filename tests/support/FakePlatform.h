@@ -30,6 +30,8 @@ public:
     // answered OK, or Cancel when it asks a question.
     QList<int> answers;
     QList<ShownBox> boxes;
+    // Called as each box is shown, before it is answered.
+    std::function<void(const ShownBox &)> onBox;
     QStringList boxTitles() const;
     // Modal windows: the handler answers them; by default they are closed at once.
     std::function<int(QDialog &)> onModal;

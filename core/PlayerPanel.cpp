@@ -1,0 +1,230 @@
+// The player panel: the two lists, giving the turn by double-click, and the
+// keyboard paging that works from every control of the window.
+#include "platform/Numeric.h"
+#include "shell/Globals.h"
+#include "shell/frmTandrel.h"
+#include "ui_frmTandrel.h"
+#include <QKeyEvent>
+#include <QRegularExpression>
+
+using Globals::Guarded;
+using platform::toInt16;
+
+void frmTandrel::connectPanel()
+{
+    connect(m_ui->cmbNumPlayers, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (index >= 0)  // emptying the list is no choice
+            cmbNumPlayers_Click();
+    });
+    connect(m_ui->cmbScoreToWin, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (index >= 0)
+            cmbScoreToWin_Click();
+    });
+
+    // Every control with a keyboard handler, named after its control.
+    const QList<QWidget *> keyed = {
+        m_ui->clkAbout, m_ui->clkConfig, m_ui->clkContact, m_ui->clkDonate, m_ui->clkEdit, m_ui->clkHowToPlay,
+        m_ui->clkUpdate, m_ui->clkStart, m_ui->clkNext, m_ui->clkPrev, m_ui->clkExit, m_ui->clkStartPhrase,
+        m_ui->clkNextPhrase, m_ui->clkPrevPhrase, m_ui->clkExitPhrase, m_ui->clkRound, m_ui->OptTimer_0,
+        m_ui->OptTimer_1, m_ui->txtTimer, m_ui->optSound_0, m_ui->optSound_1, m_ui->hsc1, m_ui->SSTab1,
+        m_ui->cmbNumPlayers, m_ui->cmbScoreToWin};
+    static const QRegularExpression itemIndex(QStringLiteral("_\\d+$"));
+    auto watch = [this](QWidget *w, const QString &name) {
+        m_keyHandlers.insert(w, QString(name).remove(itemIndex) + QStringLiteral("_KeyDown"));
+        w->installEventFilter(this);
+    };
+    for (QWidget *w : keyed)
+        watch(w, w->objectName());
+    for (int i = 0; i < 10; ++i)
+        for (QWidget *w : {static_cast<QWidget *>(clkUp[size_t(i)]), static_cast<QWidget *>(clkDown[size_t(i)]),
+                           static_cast<QWidget *>(txtPlayer[size_t(i)]), static_cast<QWidget *>(txtCounter[size_t(i)])})
+            watch(w, w->objectName());
+    // The tab control takes the keys on its tab bar.
+    watch(m_ui->SSTab1->tabBar(), m_ui->SSTab1->objectName());
+
+    // Displays and the video link never keep the focus, so a clicker keeps
+    // working after the host clicked them.
+    m_ui->clkStatusMatch->setFocusPolicy(Qt::NoFocus);
+    m_ui->clkStatusPhrase->setFocusPolicy(Qt::NoFocus);
+    m_ui->clkVideo->setFocusPolicy(Qt::TabFocus);
+}
+
+qint16 frmTandrel::keyCodeOf(int qtKey)
+{
+    switch (qtKey) {
+    case Qt::Key_PageUp: return KeyPageUp;
+    case Qt::Key_PageDown: return KeyPageDown;
+    case Qt::Key_Left: return KeyLeft;
+    case Qt::Key_Up: return KeyUp;
+    case Qt::Key_Right: return KeyRight;
+    case Qt::Key_Down: return KeyDown;
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab: return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Space: return 32;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Delete: return 46;
+    default:
+        if ((qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9) || (qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z))
+            return qint16(qtKey);
+        return 0;
+    }
+}
+
+bool frmTandrel::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        const auto handler = m_keyHandlers.constFind(watched);
+        if (handler == m_keyHandlers.constEnd())
+            break;
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (watched == m_ui->cmbNumPlayers || watched == m_ui->cmbScoreToWin)
+            return listKeyPress(watched, key);
+        const qint16 code = keyCodeOf(key->key());
+        KeyDownHandler(*handler, code);
+        // Paging keys belong to the game, never to the control.
+        return code == KeyPageUp || code == KeyPageDown;
+    }
+    case QEvent::MouseButtonDblClick:
+        for (int i = 0; i < 10; ++i)
+            if (watched == txtPlayer[size_t(i)])
+                txtPlayer_DblClick(qint16(i));
+        break;
+    case QEvent::Wheel:
+        // A wheel turned over a list while the host scrolls must not change
+        // the players or the target.
+        if (watched == m_ui->cmbNumPlayers || watched == m_ui->cmbScoreToWin)
+            return true;
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool frmTandrel::listKeyPress(QObject *list, QKeyEvent *event)
+{
+    const qint16 code = keyCodeOf(event->key());
+    const int shift = int(event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier)) >> 25;
+    const bool players = list == m_ui->cmbNumPlayers;
+    if (players)
+        cmbNumPlayers_KeyDown(code, shift);
+    else
+        cmbScoreToWin_KeyDown(code, shift);
+
+    // Arrows reach the list and their change is undone at once; keys that
+    // would pick an entry directly never reach it.
+    const bool arrow = code >= KeyLeft && code <= KeyDown;
+    const bool typed = !event->text().trimmed().isEmpty() && event->text().at(0).isPrint();
+    const bool picks = code == KeyPageUp || code == KeyPageDown || code == 35 || code == 36 || (typed && !arrow);
+    if (!picks)
+        list->event(event);  // the list itself, past this filter
+    // A key that changed nothing leaves no undo waiting for the next mouse choice.
+    (players ? NumPlayersKeyed : ScoreToWinKeyed) = false;
+    return true;
+}
+
+void frmTandrel::KeyDownHandler(const QString &handler, qint16 keyCode)
+{
+    Guarded(handler, [&] { PageUpDown(keyCode); });
+}
+
+void frmTandrel::PageUpDown(qint16 &keyCode)
+{
+    Guarded("PageUpDown", [&] {
+        const int tab = m_ui->SSTab1->currentIndex();
+        if (keyCode == KeyPageUp) {
+            if (tab == 0 && matchShown())
+                clkPrev_Click();
+            else if (tab == 1 && phraseShown())
+                clkPrevPhrase_Click();
+        } else if (keyCode == KeyPageDown) {
+            if (tab == 0 && matchShown())
+                clkNext_Click();
+            else if (tab == 1 && phraseShown())
+                clkNextPhrase_Click();
+        }
+    });
+}
+
+void frmTandrel::cmbNumPlayers_Click()
+{
+    Guarded("cmbNumPlayers_Click", [&] {
+        if (NumPlayersRestoring) {
+            NumPlayersRestoring = false;
+            return;
+        }
+        if (NumPlayersKeyed) {
+            NumPlayersKeyed = false;
+            NumPlayersRestoring = true;
+            m_ui->cmbNumPlayers->setCurrentText(NumPlayersBefore);
+            return;
+        }
+        const qint16 n = toInt16(m_ui->cmbNumPlayers->currentText());
+        // Hidden rows keep their names and scores for when they come back.
+        for (int i = 0; i < 10; ++i) {
+            const bool shown = i < n;
+            for (QWidget *w : {static_cast<QWidget *>(txtPlayer[size_t(i)]),
+                               static_cast<QWidget *>(txtCounter[size_t(i)]), static_cast<QWidget *>(clkUp[size_t(i)]),
+                               static_cast<QWidget *>(clkDown[size_t(i)])})
+                w->setVisible(shown);
+            paintRow(i, false);
+        }
+        paintRow(0, true);
+        CurrentPlayer = 0;
+    });
+}
+
+void frmTandrel::cmbNumPlayers_KeyDown(qint16 keyCode, int)
+{
+    Guarded("cmbNumPlayers_KeyDown", [&] {
+        if (keyCode == KeyPageUp || keyCode == KeyPageDown)
+            PageUpDown(keyCode);
+        else if (keyCode < KeyLeft || keyCode > KeyDown)
+            return;
+        NumPlayersKeyed = true;
+        NumPlayersBefore = m_ui->cmbNumPlayers->currentText();
+    });
+}
+
+void frmTandrel::cmbScoreToWin_Click()
+{
+    Guarded("cmbScoreToWin_Click", [&] {
+        if (ScoreToWinRestoring) {
+            ScoreToWinRestoring = false;
+            return;
+        }
+        if (ScoreToWinKeyed) {
+            ScoreToWinKeyed = false;
+            ScoreToWinRestoring = true;
+            m_ui->cmbScoreToWin->setCurrentText(QString::number(ScoreToWinBefore));
+        }
+        // A choice by the mouse is read when a round ends.
+    });
+}
+
+void frmTandrel::cmbScoreToWin_KeyDown(qint16 keyCode, int)
+{
+    Guarded("cmbScoreToWin_KeyDown", [&] {
+        if (keyCode == KeyPageUp || keyCode == KeyPageDown)
+            PageUpDown(keyCode);
+        else if (keyCode < KeyLeft || keyCode > KeyDown)
+            return;
+        ScoreToWinKeyed = true;
+        ScoreToWinBefore = toInt16(m_ui->cmbScoreToWin->currentText());
+    });
+}
+
+void frmTandrel::txtPlayer_DblClick(qint16 index)
+{
+    Guarded("txtPlayer_DblClick", [&] {
+        for (int i = 0; i < 10; ++i)
+            paintRow(i, false);
+        paintRow(index, true);
+        CurrentPlayer = index;
+    });
+}

@@ -1,0 +1,80 @@
+#include "core/frmWin.h"
+#include "platform/Services.h"
+#include "shell/Globals.h"
+#include "ui_frmWin.h"
+
+using Globals::Guarded;
+using Globals::WriteLogInfo;
+
+frmWin::frmWin(QString &tag, QWidget *parent)
+    : QDialog(parent), m_ui(new Ui::frmWin), m_tag(tag)
+{
+    m_ui->setupUi(this);
+    connect(m_ui->clkYes, &QAbstractButton::clicked, this, &frmWin::clkYes_Click);
+    connect(m_ui->clkNo, &QAbstractButton::clicked, this, &frmWin::clkNo_Click);
+    connect(m_ui->clkClose, &QAbstractButton::clicked, this, &frmWin::clkClose_Click);
+    platform::registerLoadedWindow(this);
+}
+
+frmWin::~frmWin()
+{
+    // A dialog that went away without closing (never shown) still unloads.
+    if (!m_unloaded)
+        done(Rejected);
+    delete m_ui;
+}
+
+void frmWin::Form_Load()
+{
+    Guarded("Form_Load frmWin", [&] { WriteLogInfo(QStringLiteral("Loading Form ") + objectName()); });
+}
+
+void frmWin::showMessage(const QString &message, bool tie)
+{
+    m_tie = tie;
+    m_ui->clkStatus->setText(message);
+    m_ui->clkClose->setVisible(!tie);
+    m_ui->clkYes->setVisible(tie);
+    m_ui->clkNo->setVisible(tie);
+    // A tie needs an answer: no close box, and Escape does not count as one.
+    setWindowFlag(Qt::WindowCloseButtonHint, !tie);
+    (tie ? m_ui->clkYes : m_ui->clkClose)->setDefault(true);
+    (tie ? m_ui->clkYes : m_ui->clkClose)->setFocus();
+}
+
+void frmWin::clkYes_Click()
+{
+    Guarded("clkYes_Click", [&] {
+        m_tag = QString::number(platform::mb::Yes);
+        accept();
+    });
+}
+
+void frmWin::clkNo_Click()
+{
+    Guarded("clkNo_Click", [&] {
+        m_tag = QString::number(platform::mb::No);
+        accept();
+    });
+}
+
+void frmWin::clkClose_Click()
+{
+    Guarded("clkClose_Click", [&] { accept(); });
+}
+
+void frmWin::reject()
+{
+    if (!m_tie)
+        QDialog::reject();
+}
+
+void frmWin::done(int result)
+{
+    Guarded("Form_UnLoad frmWIN", [&] {
+        if (!m_unloaded)
+            WriteLogInfo(QStringLiteral("Unloading Form ") + objectName());
+        m_unloaded = true;
+    });
+    QDialog::done(result);
+}
