@@ -21,6 +21,8 @@ void frmTandrel::connectSound()
             hsc1_Change();
     });
     connect(m_ui->hsc1, &QScrollBar::sliderReleased, this, &frmTandrel::hsc1_Change);
+    // Right and Up make it louder, as on any volume control.
+    m_ui->hsc1->setInvertedControls(false);
     for (auto *player : {wmp1.get(), wmp2.get()})
         player->setVolume(m_ui->hsc1->value());
 }
