@@ -20,6 +20,8 @@ void frmTandrel::showMatch()
     const questions::MatchHalves halves = questions::splitMatch(MatchDeck.at(MatchIndex - 1));
     lblName[0]->setText(halves.left + QStringLiteral("\r\n"));
     lblName[1]->setText(halves.right + QStringLiteral("\r\n"));
+    fitText(lblName[0]);
+    fitText(lblName[1]);
 }
 
 void frmTandrel::clkStart_Click()

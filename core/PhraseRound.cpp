@@ -18,6 +18,7 @@ void frmTandrel::showPhrase()
     const qsizetype n = PhraseDeck.size();
     m_ui->clkStatusPhrase->setText(QStringLiteral("Viewing Phrase %1 of %2 Phrases...").arg(PhraseIndex).arg(n));
     m_ui->lblPhrase->setText(PhraseDeck.at(PhraseIndex - 1) + QStringLiteral("      "));
+    fitText(m_ui->lblPhrase);
 }
 
 void frmTandrel::clkStartPhrase_Click()

@@ -7,6 +7,7 @@
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFontMetrics>
 #include <QTimer>
 
 using Globals::Guard;
@@ -30,6 +31,14 @@ frmTandrel::frmTandrel(QWidget *parent)
     optSound = {m_ui->optSound_0, m_ui->optSound_1};
     for (int i = 0; i < 10; ++i)
         paintRow(i, i == 0);
+    // The match line is set wide, as a display face would be.
+    for (QLabel *label : lblName) {
+        QFont font = label->font();
+        font.setStretch(QFont::Expanded);
+        label->setFont(font);
+    }
+    for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
+        label->setProperty("designPointSize", label->font().pointSizeF());
 
     Timer1 = new QTimer(this);
     Timer1->setObjectName(QStringLiteral("Timer1"));
@@ -131,6 +140,21 @@ void frmTandrel::Form_Load()
         },
         [&] { readInConfigFile(); },
     });
+}
+
+void frmTandrel::fitText(QLabel *label)
+{
+    QFont font = label->font();
+    font.setPointSizeF(label->property("designPointSize").toReal());
+    const QRect room = label->contentsRect();
+    const QString text = label->text().trimmed();
+    while (font.pointSizeF() > 8) {
+        const QRect need = QFontMetrics(font).boundingRect(room, Qt::TextWordWrap | Qt::AlignCenter, text);
+        if (need.width() <= room.width() && need.height() <= room.height())
+            break;
+        font.setPointSizeF(font.pointSizeF() - 1);
+    }
+    label->setFont(font);
 }
 
 void frmTandrel::setProgramTitle()

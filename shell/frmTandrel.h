@@ -146,6 +146,8 @@ private:
     void showMatch();
     void showPhrase();
     void setProgramTitle();
+    // Shrinks a question's font until the text fits its label.
+    static void fitText(QLabel *label);
     void setReloadingTitle();
     void resetForNewGame();
     void startNewGameAfterWin();

@@ -3,6 +3,7 @@
 #include "GameWindow.h"
 #include "TestMain.h"
 #include <QFile>
+#include <QLabel>
 
 namespace {
 struct Tab {
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void deckWrapsBothWays();
     void deckOfOneEntry_data();
     void deckOfOneEntry();
+    void longQuestionsFitTheirLabels();
     void exitButtonsAsk_data();
     void exitButtonsAsk();
 };
@@ -205,6 +207,31 @@ void TestRounds::deckOfOneEntry()
     t.prev->click();
     QCOMPARE(t.status->text(), status);
     QCOMPARE(g.w().CurrentPlayer, qint16(0));
+}
+
+void TestRounds::longQuestionsFitTheirLabels()
+{
+    GameWindow g;
+    QString phrase = QStringLiteral("The Blank");
+    while (phrase.size() < 900)
+        phrase += QStringLiteral(" lantern harbor");
+    g.fake.writeFile(QStringLiteral("TandrelPhrases.txt"), questionFile({phrase}));
+    g.fake.writeFile(QStringLiteral("TandrelLines.txt"),
+                     questionFile({"Supercalifragilisticexpialidociousness Blank", "A Long Line Written By A Host Who "
+                                                                                     "Likes Words Very Much Blank"}));
+    g.fake.answers = {6, 6};
+    g.ui()->clkStart->click();
+    g.ui()->clkStartPhrase->click();
+    for (int i = 0; i < 2; ++i) {
+        for (QLabel *label : {g.w().lblName[0], g.w().lblName[1], g.ui()->lblPhrase}) {
+            const QRect room = label->contentsRect();
+            const QRect need = label->fontMetrics().boundingRect(room, Qt::TextWordWrap | Qt::AlignCenter,
+                                                                 label->text().trimmed());
+            QVERIFY2(need.width() <= room.width() && need.height() <= room.height(), qPrintable(label->text()));
+            QVERIFY(label->font().pointSizeF() >= 8);
+        }
+        g.ui()->clkNext->click();
+    }
 }
 
 void TestRounds::exitButtonsAsk_data()
