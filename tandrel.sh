@@ -11,7 +11,7 @@ case "$what" in play|test) ;; *) echo "usage: $0 play|test" >&2; exit 2 ;; esac
 # Everything the program needs to build and run; the tests need a few more.
 packages=(build-essential cmake qt6-base-dev qt6-multimedia-dev libqt6svg6
           gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-          fonts-liberation2 fonts-dejavu-core)
+          fonts-liberation2 fonts-dejavu-core fonts-leckerli-one)
 test_packages=(xvfb xauth xdotool)
 [ "$what" = test ] && packages+=("${test_packages[@]}")
 

@@ -1,18 +1,47 @@
 #!/usr/bin/env bash
 # Runs Tandrel's benchmarks and prints their figures.
 #   bench/run.sh [--literal]   (--literal also times the plain quadratic reader: slow)
+#   bench/run.sh --no-drift    skips the two-minute countdown
+# Window figures use the display in DISPLAY, else a private Xvfb when it is
+# installed, else Qt's offscreen platform.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+drift=yes
+deck_args=()
+for a in "$@"; do
+  case "$a" in
+    --no-drift) drift=no ;;
+    *) deck_args+=("$a") ;;
+  esac
+done
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
-cmake --build build -j"$(nproc)" --target bench_decks > /dev/null
+cmake --build build -j"$(nproc)" --target bench_decks bench_startup program_files > /dev/null
 out=bench/out
 mkdir -p "$out"
 bin=build/bin/bench_decks
 "$bin" generate "$out"
 echo "== Question files: load + shuffle against read + split (best of 5)"
-"$bin" time "$out" "$@"
+"$bin" time "$out" "${deck_args[@]}"
 echo "== Peak memory (separate processes)"
 for f in TandrelLines.txt TandrelPhrases.txt; do
   "$bin" peak read "$out/$f"
   "$bin" peak load "$out/$f"
 done
+
+if [ -z "${DISPLAY:-}" ]; then
+  if command -v Xvfb > /dev/null; then
+    Xvfb :93 -screen 0 1280x800x24 > /dev/null 2>&1 &
+    xvfb=$!
+    trap 'kill $xvfb 2> /dev/null' EXIT
+    export DISPLAY=:93
+    sleep 1
+  else
+    export QT_QPA_PLATFORM=offscreen
+  fi
+fi
+echo "== Main window: process start to first paint, against a bare Qt window"
+build/bin/bench_startup compare 9
+if [ "$drift" = yes ]; then
+  echo "== Countdown drift (two minutes)"
+  build/bin/bench_startup drift 120
+fi

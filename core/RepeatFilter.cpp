@@ -8,8 +8,8 @@ namespace {
 constexpr int Q = 8;               // length of a piece: 16 bytes
 constexpr quint64 K1 = 0x9E3779B97F4A7C15ull;
 constexpr quint64 K2 = 0xC2B2AE3D27D4EB4Full;
-constexpr int FilterBits = 20;     // one bit per possible anchor: 128 KiB
-constexpr int SketchBits = 17;     // a count per piece, roughly: 256 KiB
+constexpr int FilterBits = 19;     // one bit per possible anchor: 64 KiB
+constexpr int SketchBits = 17;     // a count per piece, roughly: 128 KiB
 
 const char16_t *chars(const QString &s)
 {
@@ -111,7 +111,7 @@ std::vector<bool> RepeatFilter::keep(const QStringList &lines)
 
     // Exact repeats are dropped at once; the first of each text goes on, and
     // its pieces are counted.
-    std::vector<quint16> sketch(size_t(1) << SketchBits, 0);
+    std::vector<quint8> sketch(size_t(1) << SketchBits, 0);
     {
         ChainTable seen(n);
         std::vector<int> next(size_t(n), -1);
@@ -126,9 +126,13 @@ std::vector<bool> RepeatFilter::keep(const QStringList &lines)
             next[size_t(i)] = seen.push(h, int(i));
             distinct.push_back(int(i));
             kept[size_t(i)] = true;
+            // Rarity only steers the choice of anchors, so one line in eight,
+            // picked by its content, is enough to tell common pieces.
+            if ((h >> 61) != 0)
+                continue;
             forEachPiece(line, [&](qsizetype, quint64, quint32 slot) {
-                quint16 &count = sketch[slot >> (FilterBits - SketchBits)];
-                count = quint16(count + (count != 0xFFFF));
+                quint8 &count = sketch[slot >> (FilterBits - SketchBits)];
+                count = quint8(count + (count != 0xFF));
             });
         }
     }
@@ -153,7 +157,7 @@ std::vector<bool> RepeatFilter::keep(const QStringList &lines)
             shortLines.push_back(j);
             continue;
         }
-        quint32 best = 0x10000;
+        quint32 best = 0x100;
         quint64 bestHash = 0;
         qsizetype bestOffset = 0;
         forEachPiece(text, [&](qsizetype pos, quint64 h, quint32 slot) {
