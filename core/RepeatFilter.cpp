@@ -23,13 +23,14 @@ inline quint64 pieceHash(const char16_t *c)
     quint64 a, b;
     std::memcpy(&a, c, 8);
     std::memcpy(&b, c + 4, 8);
-    const quint64 h = a * K1 + std::rotl(b * K2, 31);
-    return h ^ (h >> 29);
+    // The top bits of each product depend on all bits of its half, so the
+    // sum's top bits, which pick the slot, depend on the whole piece.
+    return a * K1 + b * K2;
 }
 
 inline quint32 slotOf(quint64 h)
 {
-    return quint32((h * K1) >> (64 - FilterBits));
+    return quint32(h >> (64 - FilterBits));
 }
 
 // Calls f(position, hash, slot) for each piece; the slot's top bits index
@@ -157,18 +158,25 @@ std::vector<bool> RepeatFilter::keep(const QStringList &lines)
             shortLines.push_back(j);
             continue;
         }
+        // The pieces' loop is written out with its tables in locals: it runs
+        // once for every character of the file.
+        const quint8 *counts = sketch.data();
+        const quint64 *bits = filter.data();
+        const char16_t *c = chars(text);
         quint32 best = 0x100;
         quint64 bestHash = 0;
         qsizetype bestOffset = 0;
-        forEachPiece(text, [&](qsizetype pos, quint64 h, quint32 slot) {
-            const quint32 count = sketch[slot >> (FilterBits - SketchBits)];
+        for (qsizetype pos = 0, last = text.size() - Q; pos <= last; ++pos) {
+            const quint64 h = pieceHash(c + pos);
+            const quint32 slot = slotOf(h);
+            const quint32 count = counts[slot >> (FilterBits - SketchBits)];
             if (count < best) {
                 best = count;
                 bestHash = h;
                 bestOffset = pos;
             }
-            if (!(filter[slot >> 6] & (quint64(1) << (slot & 63))))
-                return;
+            if (Q_LIKELY(!(bits[slot >> 6] & (quint64(1) << (slot & 63)))))
+                continue;
             for (int k = anchorTable.find(h); k >= 0; k = anchors[size_t(k)].next) {
                 const Anchor &a = anchors[size_t(k)];
                 if (!kept[size_t(a.line)])
@@ -180,7 +188,7 @@ std::vector<bool> RepeatFilter::keep(const QStringList &lines)
                 if (QStringView(text).sliced(start, inner.size()) == inner)
                     kept[size_t(a.line)] = false;
             }
-        });
+        }
         anchors.push_back({j, -1, bestOffset});
         anchors.back().next = anchorTable.push(bestHash, int(anchors.size() - 1));
         const quint32 slot = slotOf(bestHash);

@@ -10,8 +10,9 @@
 // so all lines can be judged together, after the file has been read:
 //  - exact repeats are found with a hash table;
 //  - every other line picks its rarest 8-character piece as an anchor (a
-//    small counting sketch tells which pieces are rare);
-//  - one pass over all lines with a rolling hash finds where anchors occur,
+//    small counting sketch, filled from a sample of the lines, tells which
+//    pieces are rare);
+//  - one pass over all lines, hashing each piece, finds where anchors occur,
 //    and each such place is compared in full.
 // So the work stays close to linear in the size of the file.
 class RepeatFilter {
