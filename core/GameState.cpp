@@ -89,6 +89,44 @@ void frmTandrel::resetForNewGame()
     paintTurn();
 }
 
+void frmTandrel::continueTie(bool otherShown, void (frmTandrel::*otherNext)())
+{
+    // A tie goes on: the other tab moves on too, and the turn goes to row 0
+    // through that tab's turn change.
+    if (!AnotherRound)
+        return;
+    AnotherRound = false;
+    CurrentPlayer = -1;
+    if (otherShown)
+        (this->*otherNext)();
+    else
+        CurrentPlayer = 0;
+    paintTurn();
+}
+
+void frmTandrel::stepBack(qint16 &index, qsizetype size, void (frmTandrel::*show)(), QWidget *button)
+{
+    if (--index == 0)
+        index = qint16(size);
+    (this->*show)();
+    CheckTimer();
+    ChangePlayer(QStringLiteral("Negative"));
+    button->setFocus();
+}
+
+bool frmTandrel::mayStartOver(bool &reload, bool inProgress, const QString &question)
+{
+    // A game end deals again without asking; the host is asked only while
+    // a game of that tab is under way.
+    if (reload) {
+        setReloadingTitle();
+        reload = false;
+        return true;
+    }
+    return !inProgress
+           || platform::msgBox(question, platform::mb::YesNoCancel, QStringLiteral("Start New Game")) == platform::mb::Yes;
+}
+
 void frmTandrel::startNewGameAfterWin()
 {
     ReloadMatches = true;

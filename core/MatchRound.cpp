@@ -33,15 +33,9 @@ void frmTandrel::clkStart_Click()
         const QString path = platform::programPath(decks::MatchFileName);
         if (!decks::CheckQuestionFile(path))
             return;
-        if (ReloadMatches) {
-            setReloadingTitle();
-            ReloadMatches = false;
-        } else if (MatchGameInProgress
-                   && platform::msgBox(QStringLiteral("A Tandrel Game is already in Progress, Start Over?"),
-                                       platform::mb::YesNoCancel, QStringLiteral("Start New Game"))
-                          != platform::mb::Yes) {
+        if (!mayStartOver(ReloadMatches, MatchGameInProgress,
+                          QStringLiteral("A Tandrel Game is already in Progress, Start Over?")))
             return;
-        }
         resetForNewGame();
         const std::optional<QStringList> deck = decks::LoadMatchDeck(path);
         if (!deck) {
@@ -66,16 +60,7 @@ void frmTandrel::clkNext_Click()
         if (MatchIndex == MatchDeck.size() + 1)
             MatchIndex = 1;
         showMatch();
-        if (AnotherRound) {
-            // A tie goes on: the phrase tab moves on too and the turn goes to row 0.
-            AnotherRound = false;
-            CurrentPlayer = -1;
-            if (phraseShown())
-                clkNextPhrase_Click();
-            else
-                CurrentPlayer = 0;
-            paintTurn();
-        }
+        continueTie(phraseShown(), &frmTandrel::clkNextPhrase_Click);
         CheckTimer();
         m_ui->clkNext->setFocus();
     });
@@ -84,14 +69,8 @@ void frmTandrel::clkNext_Click()
 void frmTandrel::clkPrev_Click()
 {
     Guarded("clkPrev_Click", [&] {
-        if (!matchShown())
-            return;
-        if (--MatchIndex == 0)
-            MatchIndex = qint16(MatchDeck.size());
-        showMatch();
-        CheckTimer();
-        ChangePlayer(QStringLiteral("Negative"));
-        m_ui->clkPrev->setFocus();
+        if (matchShown())
+            stepBack(MatchIndex, MatchDeck.size(), &frmTandrel::showMatch, m_ui->clkPrev);
     });
 }
 

@@ -31,15 +31,9 @@ void frmTandrel::clkStartPhrase_Click()
         const QString path = platform::programPath(decks::PhraseFileName);
         if (!decks::CheckQuestionFile(path))
             return;
-        if (ReloadPhrases) {
-            setReloadingTitle();
-            ReloadPhrases = false;
-        } else if (PhraseGameInProgress
-                   && platform::msgBox(QStringLiteral("A Match Phrase Game is already in Progress, Start Over?"),
-                                       platform::mb::YesNoCancel, QStringLiteral("Start New Game"))
-                          != platform::mb::Yes) {
+        if (!mayStartOver(ReloadPhrases, PhraseGameInProgress,
+                          QStringLiteral("A Match Phrase Game is already in Progress, Start Over?")))
             return;
-        }
         resetForNewGame();
         const std::optional<QStringList> deck = decks::LoadPhraseDeck(path);
         if (!deck) {
@@ -69,16 +63,7 @@ void frmTandrel::clkNextPhrase_Click()
         if (++PhraseIndex == PhraseDeck.size() + 1)
             PhraseIndex = 1;
         showPhrase();
-        if (AnotherRound) {
-            // A tie goes on: the match tab moves on too and the turn goes to row 0.
-            AnotherRound = false;
-            CurrentPlayer = -1;
-            if (matchShown())
-                clkNext_Click();
-            else
-                CurrentPlayer = 0;
-            paintTurn();
-        }
+        continueTie(matchShown(), &frmTandrel::clkNext_Click);
         CheckTimer();
         m_ui->clkNextPhrase->setFocus();
     });
@@ -87,14 +72,8 @@ void frmTandrel::clkNextPhrase_Click()
 void frmTandrel::clkPrevPhrase_Click()
 {
     Guarded("clkPrevPhrase_Click", [&] {
-        if (!phraseShown())
-            return;
-        if (--PhraseIndex == 0)
-            PhraseIndex = qint16(PhraseDeck.size());
-        showPhrase();
-        CheckTimer();
-        ChangePlayer(QStringLiteral("Negative"));
-        m_ui->clkPrevPhrase->setFocus();
+        if (phraseShown())
+            stepBack(PhraseIndex, PhraseDeck.size(), &frmTandrel::showPhrase, m_ui->clkPrevPhrase);
     });
 }
 

@@ -179,12 +179,21 @@ void frmTandrel::cmbNumPlayers_Click()
     });
 }
 
+bool frmTandrel::keyMarksList(qint16 &keyCode)
+{
+    // Paging keys page first; they and the arrows then mark the list's next
+    // change as one to undo.
+    if (keyCode == KeyPageUp || keyCode == KeyPageDown) {
+        PageUpDown(keyCode);
+        return true;
+    }
+    return keyCode >= KeyLeft && keyCode <= KeyDown;
+}
+
 void frmTandrel::cmbNumPlayers_KeyDown(qint16 keyCode, int)
 {
     Guarded("cmbNumPlayers_KeyDown", [&] {
-        if (keyCode == KeyPageUp || keyCode == KeyPageDown)
-            PageUpDown(keyCode);
-        else if (keyCode < KeyLeft || keyCode > KeyDown)
+        if (!keyMarksList(keyCode))
             return;
         NumPlayersKeyed = true;
         NumPlayersBefore = m_ui->cmbNumPlayers->currentText();
@@ -210,9 +219,7 @@ void frmTandrel::cmbScoreToWin_Click()
 void frmTandrel::cmbScoreToWin_KeyDown(qint16 keyCode, int)
 {
     Guarded("cmbScoreToWin_KeyDown", [&] {
-        if (keyCode == KeyPageUp || keyCode == KeyPageDown)
-            PageUpDown(keyCode);
-        else if (keyCode < KeyLeft || keyCode > KeyDown)
+        if (!keyMarksList(keyCode))
             return;
         ScoreToWinKeyed = true;
         ScoreToWinBefore = toInt16(m_ui->cmbScoreToWin->currentText());

@@ -150,6 +150,10 @@ private:
     static void fitText(QLabel *label);
     void setReloadingTitle();
     void resetForNewGame();
+    void continueTie(bool otherShown, void (frmTandrel::*otherNext)());
+    void stepBack(qint16 &index, qsizetype size, void (frmTandrel::*show)(), QWidget *button);
+    bool keyMarksList(qint16 &keyCode);
+    bool mayStartOver(bool &reload, bool inProgress, const QString &question);
     void startNewGameAfterWin();
     void runWinDialog(const QString &message, bool tie);
     bool listKeyPress(QObject *list, QKeyEvent *event);

@@ -184,9 +184,7 @@ void TestGame::winnerCheckAtTheEndOfARound()
 
 void TestGame::wholeGameToOneWinner_data()
 {
-    QTest::addColumn<bool>("phraseTab");
-    QTest::newRow("ended on the match tab") << false;
-    QTest::newRow("ended on the phrase tab") << true;
+    turnMovesAndRoundsEnd_data();
 }
 
 void TestGame::wholeGameToOneWinner()
