@@ -39,7 +39,6 @@ private Q_SLOTS:
     void updateButtonTakesTheLength();
     void tickThatCannotCountIsReported();
     void soundOptionsAndVolume();
-    void tickSourceIsPrecise();
 };
 
 void TestCountdown::countsDownToZeroAndStops()
@@ -261,14 +260,6 @@ void TestCountdown::soundOptionsAndVolume()
     g.ui()->optSound_1->click();
     QCOMPARE(g.fake.mediaCalls, QStringList{"wmp1 stop"});
     QVERIFY(!g.ui()->hsc1->isEnabled());
-}
-
-void TestCountdown::tickSourceIsPrecise()
-{
-    GameWindow g;
-    QCOMPARE(g.w().Timer1->interval(), 1000);
-    QCOMPARE(g.w().Timer1->timerType(), Qt::PreciseTimer);
-    QVERIFY(!g.w().Timer1->isSingleShot());
 }
 
 TANDREL_TEST_MAIN(TestCountdown)
