@@ -37,7 +37,7 @@ void frmTandrel::connectGame()
 void frmTandrel::paintRow(int row, bool current)
 {
     const QRgb rgb = current ? HighlightColour : PlainColour;
-    if (m_rowColour[size_t(row)] == rgb && !txtPlayer[size_t(row)]->styleSheet().isEmpty())
+    if (m_rowColour[size_t(row)] == rgb)
         return;  // restyling is not free and happens on every turn
     m_rowColour[size_t(row)] = rgb;
     const QString css = QStringLiteral("QLineEdit { background-color: %1; color: black; }").arg(QColor(rgb).name());

@@ -36,8 +36,7 @@ void frmTandrel::connectPanel()
     for (QWidget *w : keyed)
         watch(w, w->objectName());
     for (int i = 0; i < 10; ++i)
-        for (QWidget *w : {static_cast<QWidget *>(clkUp[size_t(i)]), static_cast<QWidget *>(clkDown[size_t(i)]),
-                           static_cast<QWidget *>(txtPlayer[size_t(i)]), static_cast<QWidget *>(txtCounter[size_t(i)])})
+        for (QWidget *w : rowWidgets(i))
             watch(w, w->objectName());
     // The tab control takes the keys on its tab bar.
     watch(m_ui->SSTab1->tabBar(), m_ui->SSTab1->objectName());
@@ -154,29 +153,39 @@ void frmTandrel::PageUpDown(qint16 &keyCode)
 void frmTandrel::cmbNumPlayers_Click()
 {
     Guarded("cmbNumPlayers_Click", [&] {
-        if (NumPlayersRestoring) {
-            NumPlayersRestoring = false;
+        if (undoKeyedChange(NumPlayersKeyed, NumPlayersRestoring, m_ui->cmbNumPlayers, NumPlayersBefore))
             return;
-        }
-        if (NumPlayersKeyed) {
-            NumPlayersKeyed = false;
-            NumPlayersRestoring = true;
-            m_ui->cmbNumPlayers->setCurrentText(NumPlayersBefore);
-            return;
-        }
         const qint16 n = toInt16(m_ui->cmbNumPlayers->currentText());
         // Hidden rows keep their names and scores for when they come back.
         for (int i = 0; i < 10; ++i) {
-            const bool shown = i < n;
-            for (QWidget *w : {static_cast<QWidget *>(txtPlayer[size_t(i)]),
-                               static_cast<QWidget *>(txtCounter[size_t(i)]), static_cast<QWidget *>(clkUp[size_t(i)]),
-                               static_cast<QWidget *>(clkDown[size_t(i)])})
-                w->setVisible(shown);
+            for (QWidget *w : rowWidgets(i))
+                w->setVisible(i < n);
             paintRow(i, false);
         }
         paintRow(0, true);
         CurrentPlayer = 0;
     });
+}
+
+std::array<QWidget *, 4> frmTandrel::rowWidgets(int row) const
+{
+    return {txtPlayer[size_t(row)], txtCounter[size_t(row)], clkUp[size_t(row)], clkDown[size_t(row)]};
+}
+
+// True when this change of a list is not the host's choice: it is the undo
+// of a key's change (then swallowed), or a key's change (then undone).
+bool frmTandrel::undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, const QString &before)
+{
+    if (restoring) {
+        restoring = false;
+        return true;
+    }
+    if (!keyed)
+        return false;
+    keyed = false;
+    restoring = true;
+    list->setCurrentText(before);  // reports a change of its own
+    return true;
 }
 
 bool frmTandrel::keyMarksList(qint16 &keyCode)
@@ -203,16 +212,8 @@ void frmTandrel::cmbNumPlayers_KeyDown(qint16 keyCode, int)
 void frmTandrel::cmbScoreToWin_Click()
 {
     Guarded("cmbScoreToWin_Click", [&] {
-        if (ScoreToWinRestoring) {
-            ScoreToWinRestoring = false;
-            return;
-        }
-        if (ScoreToWinKeyed) {
-            ScoreToWinKeyed = false;
-            ScoreToWinRestoring = true;
-            m_ui->cmbScoreToWin->setCurrentText(QString::number(ScoreToWinBefore));
-        }
-        // A choice by the mouse is read when a round ends.
+        // A choice by the mouse is read when a round ends; a key's is undone.
+        undoKeyedChange(ScoreToWinKeyed, ScoreToWinRestoring, m_ui->cmbScoreToWin, QString::number(ScoreToWinBefore));
     });
 }
 
@@ -229,9 +230,7 @@ void frmTandrel::cmbScoreToWin_KeyDown(qint16 keyCode, int)
 void frmTandrel::txtPlayer_DblClick(qint16 index)
 {
     Guarded("txtPlayer_DblClick", [&] {
-        for (int i = 0; i < 10; ++i)
-            paintRow(i, false);
-        paintRow(index, true);
         CurrentPlayer = index;
+        paintTurn();
     });
 }

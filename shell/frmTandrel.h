@@ -21,6 +21,7 @@ namespace platform {
 class MediaPlayer;
 }
 class QAbstractButton;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
@@ -153,6 +154,9 @@ private:
     void continueTie(bool otherShown, void (frmTandrel::*otherNext)());
     void stepBack(qint16 &index, qsizetype size, void (frmTandrel::*show)(), QWidget *button);
     bool keyMarksList(qint16 &keyCode);
+    bool undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, const QString &before);
+    std::array<QWidget *, 4> rowWidgets(int row) const;
+    void resetCount();
     bool mayStartOver(bool &reload, bool inProgress, const QString &question);
     void startNewGameAfterWin();
     void runWinDialog(const QString &message, bool tie);

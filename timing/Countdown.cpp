@@ -29,6 +29,13 @@ void frmTandrel::connectCountdown()
     m_lastTab = m_ui->SSTab1->currentIndex();
 }
 
+// Idle: no tick, the display at the timer length.
+void frmTandrel::resetCount()
+{
+    Timer1->stop();
+    m_ui->txtTimer->setText(QString::number(TimerTime));
+}
+
 void frmTandrel::CheckTimer()
 {
     Guarded("CheckTimer", [&] {
@@ -39,8 +46,7 @@ void frmTandrel::CheckTimer()
             if (optSound[0]->isChecked())
                 wmp1->play();
         } else {
-            Timer1->stop();
-            m_ui->txtTimer->setText(QString::number(TimerTime));
+            resetCount();
         }
     });
 }
@@ -76,8 +82,7 @@ void frmTandrel::OptTimer_Click(qint16)
         if (OptTimer[0]->isChecked()) {
             Timer1->start();
         } else {
-            Timer1->stop();
-            m_ui->txtTimer->setText(QString::number(TimerTime));
+            resetCount();
         }
     });
 }
@@ -90,15 +95,13 @@ void frmTandrel::cmdUpdateButton_Click()
 void frmTandrel::SSTab1_Click(qint16)
 {
     Guarded("SSTab1_Click", [&] {
-        Timer1->stop();
-        m_ui->txtTimer->setText(QString::number(TimerTime));
+        resetCount();
     });
 }
 
 void frmTandrel::SSTab1_DblClick()
 {
     Guarded("SSTab1_DblClick", [&] {
-        Timer1->stop();
-        m_ui->txtTimer->setText(QString::number(TimerTime));
+        resetCount();
     });
 }
