@@ -7,7 +7,7 @@ using Globals::Guarded;
 using Globals::WriteLogInfo;
 
 frmWin::frmWin(QString &tag, QWidget *parent)
-    : QDialog(parent), m_ui(new Ui::frmWin), m_tag(tag)
+    : LoggedDialog(parent, QStringLiteral("Form_UnLoad frmWIN")), m_ui(new Ui::frmWin), m_tag(tag)
 {
     m_ui->setupUi(this);
     connect(m_ui->clkYes, &QAbstractButton::clicked, this, &frmWin::clkYes_Click);
@@ -18,9 +18,6 @@ frmWin::frmWin(QString &tag, QWidget *parent)
 
 frmWin::~frmWin()
 {
-    // A dialog that went away without closing (never shown) still unloads.
-    if (!m_unloaded)
-        done(Rejected);
     delete m_ui;
 }
 
@@ -67,14 +64,4 @@ void frmWin::reject()
 {
     if (!m_tie)
         QDialog::reject();
-}
-
-void frmWin::done(int result)
-{
-    Guarded("Form_UnLoad frmWIN", [&] {
-        if (!m_unloaded)
-            WriteLogInfo(QStringLiteral("Unloading Form ") + objectName());
-        m_unloaded = true;
-    });
-    QDialog::done(result);
 }

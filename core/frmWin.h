@@ -1,13 +1,13 @@
 #pragma once
 // The end-of-game dialog: congratulates a single winner, or asks tied
 // players whether to play another round.
-#include <QDialog>
+#include "shell/LoggedWindow.h"
 
 namespace Ui {
 class frmWin;
 }
 
-class frmWin : public QDialog {
+class frmWin : public LoggedDialog {
     Q_OBJECT
 public:
     // tag is the main window's Tag text, through which the answer goes back.
@@ -24,12 +24,10 @@ public:
     void clkNo_Click();
     void clkClose_Click();
 
-    void done(int result) override;  // Form_Unload
     void reject() override;
 
 private:
     Ui::frmWin *m_ui;
     QString &m_tag;
     bool m_tie = false;
-    bool m_unloaded = false;
 };

@@ -73,6 +73,12 @@ void registerLoadedWindow(QWidget *window)
         windowList().append(window);
 }
 
+void unregisterLoadedWindow(QWidget *window)
+{
+    windowList().removeAll(window);
+    windowList().removeAll(nullptr);
+}
+
 QList<QWidget *> loadedWindows()
 {
     QList<QWidget *> out;

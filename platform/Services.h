@@ -143,6 +143,8 @@ QString nowText();
 // The program's loaded windows, in the order they were loaded. Each window
 // registers itself when it loads; a deleted window drops out by itself.
 void registerLoadedWindow(QWidget *window);
+// A window that has unloaded but is not deleted yet.
+void unregisterLoadedWindow(QWidget *window);
 QList<QWidget *> loadedWindows();
 QWidget *loadedWindow(const QString &name);
 

@@ -171,7 +171,7 @@ namespace {
 // With inPlace, a folder that takes no new files lets the file itself be
 // rewritten instead (only for the log: it may lose its old text, never a
 // question file).
-void replaceFile(const QString &path, const QString &text, bool inPlace)
+void replaceFile(const QString &path, const QByteArray &bytes, bool inPlace)
 {
     const QString real = onDisk(path);
     if (QFileInfo(real).isDir())
@@ -180,7 +180,6 @@ void replaceFile(const QString &path, const QString &text, bool inPlace)
     file.setDirectWriteFallback(inPlace);
     if (!file.open(QIODevice::WriteOnly))
         raise(openFailureNumber(real, Access::Replace), file.errorString());
-    const QByteArray bytes = encodeText(text);
     if (file.write(bytes) != bytes.size()) {
         file.cancelWriting();
         raise(err::DiskFull, file.errorString());
@@ -200,7 +199,48 @@ void replaceFile(const QString &path, const QString &text, bool inPlace)
 
 void writeWhole(const QString &path, const QString &text)
 {
-    replaceFile(path, text, false);
+    replaceFile(path, encodeText(text), false);
+}
+
+void copyWhole(const QString &from, const QString &to)
+{
+    const QString real = onDisk(from);
+    QFile source(real);
+    if (QFileInfo(real).isDir() || !source.open(QIODevice::ReadOnly))
+        raise(openFailureNumber(real, Access::Read), source.errorString());
+    const QByteArray bytes = source.readAll();
+    if (source.error() != QFileDevice::NoError)
+        raise(err::PathFileAccess, source.errorString());
+    replaceFile(to, bytes, false);
+}
+
+void makeFolder(const QString &path)
+{
+    if (folderExists(path))
+        return;
+    const QFileInfo info(path);
+    if (!info.dir().exists())
+        raise(err::PathNotFound);
+    if (!info.dir().mkdir(info.fileName()))
+        raise(err::PathFileAccess, QStringLiteral("cannot create ") + path);
+}
+
+void writeInPlace(const QString &path, const QString &text)
+{
+    QFile file(path);
+    if (QFileInfo(path).isDir() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        raise(openFailureNumber(path, Access::Replace), file.errorString());
+    const QByteArray bytes = encodeText(text);
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        raise(err::DiskFull, file.errorString());
+}
+
+void removeFile(const QString &path)
+{
+    QFile file(path);
+    file.setPermissions(file.permissions() | QFileDevice::WriteOwner);
+    if (!file.remove())
+        raise(err::PathFileAccess, file.errorString());
 }
 
 void appendText(const QString &path, const QString &text)
@@ -216,7 +256,7 @@ void appendText(const QString &path, const QString &text)
 
 void startFile(const QString &path, const QString &text)
 {
-    replaceFile(path, text, true);
+    replaceFile(path, encodeText(text), true);
 }
 
 void setBeforeCommitHook(std::function<void(const QString &)> hook)

@@ -33,6 +33,19 @@ QString readWhole(const QString &path);
 // either the old file or the new one, whole.
 void writeWhole(const QString &path, const QString &text);
 
+// Copies a file byte for byte; the copy replaces its target as safely.
+void copyWhole(const QString &from, const QString &to);
+
+// Creates a folder (one level) unless one exists.
+void makeFolder(const QString &path);
+
+// Creates or empties a file and writes straight into it, with no temporary
+// file: proves that the folder and this very file take writes.
+void writeInPlace(const QString &path, const QString &text);
+
+// Deletes a file, also one marked read-only.
+void removeFile(const QString &path);
+
 // Appends to an existing file; a missing file is a failure (53).
 void appendText(const QString &path, const QString &text);
 

@@ -52,6 +52,7 @@ frmTandrel::frmTandrel(QWidget *parent)
     connectPanel();
     connectCountdown();
     connectSound();
+    connectFiles();
     platform::registerLoadedWindow(this);
 }
 

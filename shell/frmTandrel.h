@@ -7,6 +7,10 @@
 //   core/PlayerPanel.cpp  the lists, giving the turn, keyboard paging
 //   timing/Countdown.cpp  the countdown
 //   timing/Sound.cpp      music, buzzer and volume
+//   files/ConfigFile.cpp  the configuration file
+//   files/frmConfig.cpp   the Config button
+//   files/frmEdit.cpp     the Edit button
+//   files/Backups.cpp     the backups and the Update button
 //   shell/frmTandrel.cpp  the window itself: start-up and closing
 #include <QHash>
 #include <QStringList>
@@ -45,8 +49,6 @@ public:
     bool ExitWithoutPrompt = false;
     // The text through which modal dialogs hand a value back.
     QString Tag;
-    // Applies the configuration file (the settings issue fills it in).
-    void readInConfigFile();
 
     // The control arrays, by index.
     std::array<QLineEdit *, 10> txtPlayer{}, txtCounter{};
@@ -134,6 +136,19 @@ public:
     void hsc1_Change();
     void hsc1_Scroll();
 
+    // ---- Settings and files (files/) ---------------------------------------
+    // Applies the configuration file beside the program, line by line.
+    void readInConfigFile();
+    void clkConfig_Click();
+    void clkEdit_Click();
+    void clkUpdate_Click();
+    // A folder in the program folder; false after a reported failure.
+    bool createDirs(const QString &dirName);
+    // Writes and deletes a test file there; false after a reported failure.
+    bool testFileWrite(const QString &dirName);
+    // Copies the question files into the backup folder, stamped with the time.
+    void saveOldFiles();
+
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -143,6 +158,7 @@ private:
     void connectPanel();
     void connectCountdown();
     void connectSound();
+    void connectFiles();
     void closeOtherWindows();
     void showMatch();
     void showPhrase();

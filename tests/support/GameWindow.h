@@ -43,9 +43,12 @@ struct GameWindow {
     std::unique_ptr<frmTandrel> window;
     QStringList winMessages;  // what frmWin said, in order
 
-    // 0 questions of a kind means that file is missing.
-    explicit GameWindow(int matches = 6, int phrases = 6)
+    // 0 questions of a kind means that file is missing; so does an empty
+    // configuration file.
+    explicit GameWindow(int matches = 6, int phrases = 6, const QByteArray &config = {})
     {
+        if (!config.isEmpty())
+            fake.writeFile(QStringLiteral("Tandrel.cfg"), config);
         if (matches > 0)
             fake.writeFile(QStringLiteral("TandrelLines.txt"), questionFile(matchLines(matches)));
         if (phrases > 0)

@@ -1,0 +1,56 @@
+#include "files/frmEdit.h"
+#include "files/frmEditQuestions.h"
+#include "shell/Globals.h"
+#include "shell/frmTandrel.h"
+#include "ui_frmEdit.h"
+
+using Globals::Guarded;
+
+namespace {
+void showEditor(const EditorWords &words, QWidget *owner)
+{
+    LoggedWindow::showOnce<frmEditQuestions>(words.windowName, [&] {
+        auto *editor = new frmEditQuestions(words, owner);
+        editor->Form_Load();
+        return editor;
+    });
+}
+}  // namespace
+
+frmEdit::frmEdit(QWidget *main) : LoggedWindow(main, QStringLiteral("Form UnLoad frmEdit")), m_ui(new Ui::frmEdit)
+{
+    m_ui->setupUi(this);
+    connect(m_ui->clkEditMatches, &QAbstractButton::clicked, this, &frmEdit::clkEditMatches_Click);
+    connect(m_ui->clkEditPhrases, &QAbstractButton::clicked, this, &frmEdit::clkEditPhrases_Click);
+}
+
+frmEdit::~frmEdit()
+{
+    delete m_ui;
+}
+
+void frmEdit::Form_Load()
+{
+    Guarded("Form Load frmEdit", [&] { logLoad(); });
+}
+
+void frmEdit::clkEditMatches_Click()
+{
+    Guarded("clkEditMatches_Click", [&] { showEditor(EditorWords::matches(), parentWidget()); });
+}
+
+void frmEdit::clkEditPhrases_Click()
+{
+    Guarded("clkEditPhrases_Click", [&] { showEditor(EditorWords::phrases(), parentWidget()); });
+}
+
+void frmTandrel::clkEdit_Click()
+{
+    Guarded("clkEdit_Click", [&] {
+        LoggedWindow::showOnce<frmEdit>(QStringLiteral("frmEdit"), [&] {
+            auto *chooser = new frmEdit(this);
+            chooser->Form_Load();
+            return chooser;
+        });
+    });
+}

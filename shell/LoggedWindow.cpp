@@ -1,0 +1,50 @@
+#include "shell/LoggedWindow.h"
+#include "platform/Services.h"
+#include "shell/Globals.h"
+
+void UnloadRecord::write(QWidget *window)
+{
+    Globals::Guarded(m_label, [&] {
+        if (!m_written)
+            Globals::WriteLogInfo(QStringLiteral("Unloading Form ") + window->objectName());
+        m_written = true;
+    });
+    // Gone for the program from now on, even before it is deleted.
+    platform::unregisterLoadedWindow(window);
+}
+
+LoggedDialog::LoggedDialog(QWidget *parent, QString unloadLabel) : QDialog(parent), m_unload(std::move(unloadLabel)) {}
+
+LoggedDialog::~LoggedDialog()
+{
+    m_unload.write(this);
+}
+
+void LoggedDialog::done(int result)
+{
+    m_unload.write(this);
+    QDialog::done(result);
+}
+
+LoggedWindow::LoggedWindow(QWidget *parent, QString unloadLabel)
+    : QWidget(parent, Qt::Window), m_unload(std::move(unloadLabel))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+LoggedWindow::~LoggedWindow()
+{
+    m_unload.write(this);
+}
+
+void LoggedWindow::logLoad()
+{
+    platform::registerLoadedWindow(this);
+    Globals::WriteLogInfo(QStringLiteral("Loading Form ") + objectName());
+}
+
+void LoggedWindow::closeEvent(QCloseEvent *event)
+{
+    m_unload.write(this);
+    QWidget::closeEvent(event);
+}

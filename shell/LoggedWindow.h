@@ -1,0 +1,60 @@
+#pragma once
+// Windows that log their unloading once, however they go: closed by a button,
+// by the close box or Escape, or destroyed without ever being closed.
+#include "platform/Services.h"
+#include <QDialog>
+
+// The one "Unloading Form" record of a window.
+class UnloadRecord {
+public:
+    explicit UnloadRecord(QString label) : m_label(std::move(label)) {}
+    // Writes the record the first time only; label names the step in a report.
+    void write(QWidget *window);
+
+private:
+    QString m_label;
+    bool m_written = false;
+};
+
+class LoggedDialog : public QDialog {
+    Q_OBJECT
+public:
+    // unloadLabel names the unload step in a failure report.
+    LoggedDialog(QWidget *parent, QString unloadLabel);
+    ~LoggedDialog() override;
+
+    void done(int result) override;  // Form_Unload
+
+private:
+    UnloadRecord m_unload;
+};
+
+// A window that is not modal. It logs its loading and unloading; closing it
+// unloads and deletes it.
+class LoggedWindow : public QWidget {
+    Q_OBJECT
+public:
+    LoggedWindow(QWidget *parent, QString unloadLabel);
+    ~LoggedWindow() override;
+
+    // Shows the loaded window of that name, or loads one with make() (which
+    // runs its Form_Load): each of these windows exists once.
+    template <class W, class Make>
+    static W *showOnce(const QString &name, Make make)
+    {
+        auto *window = qobject_cast<W *>(platform::loadedWindow(name));
+        if (!window)
+            window = make();
+        window->show();
+        window->raise();
+        window->activateWindow();
+        return window;
+    }
+
+protected:
+    void logLoad();
+    void closeEvent(QCloseEvent *event) override;  // Form_Unload
+
+private:
+    UnloadRecord m_unload;
+};
