@@ -43,6 +43,16 @@ void LoggedWindow::logLoad()
     Globals::WriteLogInfo(QStringLiteral("Loading Form ") + objectName());
 }
 
+void LoggedWindow::centreOnOwner()
+{
+    if (!parentWidget())
+        return;
+    const QRect owner = parentWidget()->window()->frameGeometry();
+    QRect mine = frameGeometry();
+    mine.moveCenter(owner.center());
+    move(mine.topLeft());
+}
+
 void LoggedWindow::closeEvent(QCloseEvent *event)
 {
     m_unload.write(this);

@@ -43,13 +43,18 @@ public:
     static W *showOnce(const QString &name, Make make)
     {
         auto *window = qobject_cast<W *>(platform::loadedWindow(name));
-        if (!window)
+        if (!window) {
             window = make();
+            window->centreOnOwner();
+        }
         window->show();
         window->raise();
         window->activateWindow();
         return window;
     }
+
+    // Places a new window over the middle of the window that owns it.
+    void centreOnOwner();
 
 protected:
     void logLoad();
