@@ -152,15 +152,23 @@ QStringList readAllLines(const QString &path)
     return lines;
 }
 
-QString readWhole(const QString &path)
+namespace {
+QByteArray readBytes(const QString &path)
 {
     const QString real = onDisk(path);
     QFile file(real);
     if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
         raise(openFailureNumber(real, Access::Read), file.errorString());
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         raise(err::PathFileAccess, file.errorString());
+    return bytes;
+}
+}  // namespace
+
+QString readWhole(const QString &path)
+{
+    const QByteArray bytes = readBytes(path);
     if (bytes.isEmpty())
         raise(err::InputPastEnd, QStringLiteral("the file is empty"));
     return decodeText(bytes);
@@ -204,14 +212,7 @@ void writeWhole(const QString &path, const QString &text)
 
 void copyWhole(const QString &from, const QString &to)
 {
-    const QString real = onDisk(from);
-    QFile source(real);
-    if (QFileInfo(real).isDir() || !source.open(QIODevice::ReadOnly))
-        raise(openFailureNumber(real, Access::Read), source.errorString());
-    const QByteArray bytes = source.readAll();
-    if (source.error() != QFileDevice::NoError)
-        raise(err::PathFileAccess, source.errorString());
-    replaceFile(to, bytes, false);
+    replaceFile(to, readBytes(from), false);
 }
 
 void makeFolder(const QString &path)

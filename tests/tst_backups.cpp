@@ -20,11 +20,7 @@ struct Update {
     std::unique_ptr<frmTandrel> main = std::make_unique<frmTandrel>();
 
     QStringList backups() const { return QDir(fake.path("BackUps")).entryList(QDir::Files | QDir::Hidden); }
-    QByteArray backup(const QString &name) const
-    {
-        QFile f(fake.path("BackUps/" + name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray backup(const QString &name) const { return fake.fileBytes("BackUps/" + name); }
 };
 
 const QString Question = QStringLiteral(

@@ -174,9 +174,7 @@ void TestConfigFile::saveAppliesAndWritesTheFile()
         QCOMPARE(settings(g), QStringLiteral("60/60 Yes Yes Yes No"));
     });
     QVERIFY(stillOpen);
-    QFile file(g.fake.path("Tandrel.cfg"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), Written);
+    QCOMPARE(g.fake.fileBytes("Tandrel.cfg"), Written);
     // Sound on through its option, as a host's click would; not started twice.
     QCOMPARE(g.fake.mediaCalls.count(QStringLiteral("wmp1 play")), 2);
     QVERIFY(!g.w().Timer1->isActive());
@@ -203,9 +201,7 @@ void TestConfigFile::savedSettingsComeBackNextStart()
             choose(d, {"110", "No", "Yes", "Yes", "Yes"});
             d.ui()->clkSave->click();
         });
-        QFile file(first.fake.path("Tandrel.cfg"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        saved = file.readAll();
+        saved = first.fake.fileBytes("Tandrel.cfg");
     }
     GameWindow next(6, 6, saved);
     QCOMPARE(settings(next), QStringLiteral("110/110 No Yes Yes Yes"));
@@ -222,9 +218,7 @@ void TestConfigFile::failedSaveKeepsTheSettingsAndTheOldFile()
     platform::setBeforeCommitHook({});
     QCOMPARE(settings(g), QStringLiteral("20/20 No No No Yes"));
     QVERIFY(g.fake.logTexts().contains(QStringLiteral("Current SubRoutine is clkSave_Click")));
-    QFile file(g.fake.path("Tandrel.cfg"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), Written);
+    QCOMPARE(g.fake.fileBytes("Tandrel.cfg"), Written);
     QCOMPARE(QDir(g.fake.dir).entryList(QDir::Files).filter(QStringLiteral("Tandrel.cfg")),
              QStringList{"Tandrel.cfg"});
 }

@@ -37,11 +37,6 @@ struct Editors {
         return qobject_cast<frmEditQuestions *>(
             platform::loadedWindow(matches ? QStringLiteral("frmEditMatches") : QStringLiteral("frmEditPhrases")));
     }
-    QByteArray file(const QString &name) const
-    {
-        QFile f(fake.path(name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(missing)");
-    }
     // Every file but the log.
     QStringList folder() const
     {
@@ -184,7 +179,7 @@ void TestEditors::missingFileOffersTheSample()
     editor->ui()->clkSave->click();
     const auto kind = matches ? questions::Kind::Match : questions::Kind::Phrase;
     QCOMPARE(decks::ReadEntries(kind, e.fake.path(fileOf(matches))).size(), entries);
-    QVERIFY(e.file(fileOf(matches)).startsWith(matches ? "# Tandrel Match Lines \r\n\r\n" : "# Tandrel Phrase Questions \r\n\r\n"));
+    QVERIFY(e.fake.fileBytes(fileOf(matches)).startsWith(matches ? "# Tandrel Match Lines \r\n\r\n" : "# Tandrel Phrase Questions \r\n\r\n"));
 }
 
 void TestEditors::saveWritesTheBoxWithCrLf_data()
@@ -233,7 +228,8 @@ void TestEditors::saveWritesTheBoxWithCrLf()
     e.fake.answers = {answer};
     editor->ui()->clkSave->click();
     QCOMPARE(e.fake.boxTitles(), titles);
-    QCOMPARE(e.file(fileOf(matches)), after.isEmpty() ? QByteArray("(missing)") : after);
+    QCOMPARE(e.fake.fileBytes(fileOf(matches)), after);
+    QCOMPARE(QFile::exists(e.fake.path(fileOf(matches))), !after.isEmpty());
     QCOMPARE(editor->ui()->rtb1->toPlainText(), inBox);
     if (titles.last() == QLatin1String("File Saved Successfully"))
         QCOMPARE(e.fake.boxes.last().text,
@@ -268,14 +264,14 @@ void TestEditors::failedSaveLosesNothing()
     QFile::setPermissions(e.fake.dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     QCOMPARE(e.fake.boxTitles().last(), QStringLiteral("Error"));
     QVERIFY(e.fake.boxes.last().text.startsWith(QStringLiteral("Current SubRoutine is clkSave_Click\r\n")));
-    QCOMPARE(e.file(decks::PhraseFileName), QByteArray("The old Blank\r\n"));
+    QCOMPARE(e.fake.fileBytes(decks::PhraseFileName), QByteArray("The old Blank\r\n"));
     QCOMPARE(e.folder(), files);
     QCOMPARE(editor->boxText(), QStringLiteral("A whole evening of Blank questions"));
 
     // The same save again, once the disk takes it.
     e.fake.answers = {Yes};
     editor->ui()->clkSave->click();
-    QCOMPARE(e.file(decks::PhraseFileName), QByteArray("A whole evening of Blank questions"));
+    QCOMPARE(e.fake.fileBytes(decks::PhraseFileName), QByteArray("A whole evening of Blank questions"));
 }
 
 void TestEditors::emptyFileCannotBeLoaded()

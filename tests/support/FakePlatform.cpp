@@ -52,8 +52,13 @@ QString FakePlatform::writeFile(const QString &name, const QByteArray &bytes) co
 
 QByteArray FakePlatform::logBytes() const
 {
-    QFile f(path(QStringLiteral("LogInfo.txt")));
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    return fileBytes(QStringLiteral("LogInfo.txt"));
+}
+
+QByteArray FakePlatform::fileBytes(const QString &name) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QStringList FakePlatform::logTexts() const

@@ -65,6 +65,8 @@ public:
     // Writes a file into the program folder (CR LF as given); returns its path.
     QString writeFile(const QString &name, const QByteArray &bytes) const;
     QString path(const QString &name) const { return dir + QLatin1Char('/') + name; }
+    // The bytes of a file in the program folder; empty when it is not there.
+    QByteArray fileBytes(const QString &name) const;
     // The log's lines, without their date and time.
     QStringList logTexts() const;
     QByteArray logBytes() const;
