@@ -1,8 +1,9 @@
-// Start-up of the game window against a bare Qt window, and the drift of a
-// two-minute countdown.
+// Start-up through the splash to the game window, against a bare Qt window,
+// and the drift of a two-minute countdown.
 //   bench_startup compare [runs]   start both kinds in turn, print medians
 //   bench_startup child bare|tandrel   (used by compare)
 //   bench_startup drift [seconds]
+#include "shell/frmSplash.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
@@ -16,12 +17,21 @@
 
 namespace {
 
-// Reports the moment the window is first painted, then ends the process.
+// Reports the splash's first paint, then ends the process at the first paint
+// of the window that counts (the bare window, or the game window).
 class FirstPaint : public QObject {
 public:
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint) {
+        if (event->type() != QEvent::Paint || !watched->isWidgetType())
+            return false;
+        const QString name = watched->objectName();
+        if (name == QLatin1String("frmSplash") && !m_splashShown) {
+            m_splashShown = true;
+            std::printf("splash\n");
+            std::fflush(stdout);
+        }
+        if (name == QLatin1String("frmTandrel") || name == QLatin1String("bare")) {
             rusage usage{};
             getrusage(RUSAGE_SELF, &usage);
             std::printf("shown %ld\n", usage.ru_maxrss);
@@ -30,23 +40,28 @@ public:
         }
         return false;
     }
+
+private:
+    bool m_splashShown = false;
 };
 
 int child(int argc, char **argv, const char *kind)
 {
     QApplication app(argc, argv);
     FirstPaint probe;
-    QWidget *window = nullptr;
+    app.installEventFilter(&probe);
     if (std::string(kind) == "bare") {
-        window = new QWidget;
+        auto *window = new QWidget;
+        window->setObjectName(QStringLiteral("bare"));
         window->setFixedSize(944, 513);
+        window->show();
     } else {
-        auto *main = new frmTandrel;
-        main->Form_Load();
-        window = main;
+        // As the program starts: the splash, and a second later the game.
+        auto *splash = new frmSplash;
+        splash->setWindowFlag(Qt::SplashScreen);
+        splash->Form_Load();
+        splash->show();
     }
-    window->installEventFilter(&probe);
-    window->show();
     return app.exec();
 }
 
@@ -58,7 +73,7 @@ double median(std::vector<double> v)
 
 int compare(int runs, const char *self)
 {
-    std::vector<double> ms[2], kb[2];
+    std::vector<double> ms[2], kb[2], splash;
     const char *kinds[2] = {"bare", "tandrel"};
     for (int r = 0; r < runs; ++r) {
         for (int k = 0; k < 2; ++k) {
@@ -66,9 +81,16 @@ int compare(int runs, const char *self)
             clock.start();
             QProcess p;
             p.start(QString::fromLocal8Bit(self), {QStringLiteral("child"), QString::fromLatin1(kinds[k])});
+            QByteArray out;
+            while (p.state() != QProcess::NotRunning && p.waitForReadyRead(30000)) {
+                out += p.readAllStandardOutput();
+                if (out.startsWith("splash\n") && splash.size() < size_t(r + 1))
+                    splash.push_back(clock.nsecsElapsed() / 1e6);
+            }
             p.waitForFinished(30000);
-            const QByteArray out = p.readAllStandardOutput();
+            out += p.readAllStandardOutput();
             const double elapsed = clock.nsecsElapsed() / 1e6;
+            out.replace("splash\n", "");
             if (!out.startsWith("shown ")) {
                 std::fprintf(stderr, "%s did not show: %s\n", kinds[k], p.readAllStandardError().constData());
                 return 1;
@@ -77,10 +99,15 @@ int compare(int runs, const char *self)
             kb[k].push_back(out.mid(6).trimmed().toDouble());
         }
     }
-    std::printf("start to first paint: bare %.1f ms, Tandrel %.1f ms, ratio %.2f (median of %d)\n", median(ms[0]),
-                median(ms[1]), median(ms[1]) / median(ms[0]), runs);
-    std::printf("peak memory at first paint: bare %.1f MB, Tandrel %.1f MB, ratio %.2f\n", median(kb[0]) / 1024,
-                median(kb[1]) / 1024, median(kb[1]) / median(kb[0]));
+    // The splash stays up one second by design; the rest is the program's.
+    const double own = median(ms[1]) - 1000.0;
+    std::printf("start to splash shown: %.1f ms; bare window shown: %.1f ms (median of %d)\n", median(splash),
+                median(ms[0]), runs);
+    std::printf("start to game window shown: %.1f ms = the splash's 1000 ms tick + %.1f ms, ratio %.2f to the bare "
+                "window\n",
+                median(ms[1]), own, own / median(ms[0]));
+    std::printf("peak memory at the game window's first paint: bare %.1f MB, Tandrel %.1f MB, ratio %.2f\n",
+                median(kb[0]) / 1024, median(kb[1]) / 1024, median(kb[1]) / median(kb[0]));
     return 0;
 }
 

@@ -39,7 +39,7 @@ if [ -z "${DISPLAY:-}" ]; then
     export QT_QPA_PLATFORM=offscreen
   fi
 fi
-echo "== Main window: process start to first paint, against a bare Qt window"
+echo "== Start-up: process start to splash and game window shown, against a bare Qt window"
 build/bin/bench_startup compare 9
 if [ "$drift" = yes ]; then
   echo "== Countdown drift (two minutes)"

@@ -1,8 +1,9 @@
 # Copies the program's files from SRC to DST.
-# Files that hosts edit (question files) are copied only when missing, so a
-# rebuild never replaces a host's questions; the rest follow the sources.
-set(host_files TandrelLines.txt TandrelPhrases.txt)
-set(program_files MatchMusic.mp3 Buzzer.wav HowToPlayTandrel.rtf)
+# Files that hosts edit (question files, settings) are copied only when
+# missing, so a rebuild or a new install never replaces a host's questions;
+# the rest follow the sources.
+set(host_files TandrelLines.txt TandrelPhrases.txt Tandrel.cfg)
+set(program_files MatchMusic.mp3 Buzzer.wav HowToPlayTandrel.rtf tandrel.png)
 file(MAKE_DIRECTORY ${DST})
 foreach(f IN LISTS host_files)
   if(EXISTS ${SRC}/${f} AND NOT EXISTS ${DST}/${f})

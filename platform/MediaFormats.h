@@ -8,4 +8,9 @@ namespace platform {
 // the skin, and decoders for MP3 and WAV for the media player.
 bool componentAvailable(const QString &componentFile);
 
+// Whether the Linux part of that role is installed at all. The toolkit and
+// our look are linked into the program; the media player is installed when
+// Qt Multimedia found a back end, even one that cannot decode our files.
+bool componentInstalledHere(const QString &componentFile);
+
 }  // namespace platform

@@ -165,6 +165,7 @@ public:
     // simply finds things as they were.
     void launch(const QString &, const QString &, const QString &) override {}
 
+    bool componentInstalled(const QString &name) override { return componentInstalledHere(name); }
     bool libraryLoads(const QString &name) override { return componentAvailable(name); }
 
     QString shortPath(const QString &path) override { return path; }

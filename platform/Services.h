@@ -91,7 +91,9 @@ public:
     virtual void openUrl(const QString &url) = 0;
     // Starts a program without waiting for it; the answer is not examined.
     virtual void launch(const QString &verb, const QString &file, const QString &parameters) = 0;
-    // Whether the named component can be loaded here.
+    // Whether the named component is installed (its file is there)...
+    virtual bool componentInstalled(const QString &name) = 0;
+    // ...and whether it can be loaded and does its work here.
     virtual bool libraryLoads(const QString &name) = 0;
     // The short form of a path (Linux has none: the path itself).
     virtual QString shortPath(const QString &path) = 0;

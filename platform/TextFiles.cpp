@@ -152,7 +152,6 @@ QStringList readAllLines(const QString &path)
     return lines;
 }
 
-namespace {
 QByteArray readBytes(const QString &path)
 {
     const QString real = onDisk(path);
@@ -164,7 +163,6 @@ QByteArray readBytes(const QString &path)
         raise(err::PathFileAccess, file.errorString());
     return bytes;
 }
-}  // namespace
 
 QString readWhole(const QString &path)
 {

@@ -26,6 +26,9 @@ QByteArray encodeText(const QString &text);
 void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine);
 QStringList readAllLines(const QString &path);
 
+// Reads a whole file's bytes.
+QByteArray readBytes(const QString &path);
+
 // Reads a whole file unchanged. A file of zero length cannot be read (62).
 QString readWhole(const QString &path);
 

@@ -1,5 +1,5 @@
 #include "shell/Startup.h"
-#include "shell/frmTandrel.h"
+#include "shell/frmSplash.h"
 #include <QApplication>
 
 namespace tandrel {
@@ -7,13 +7,10 @@ namespace tandrel {
 int run(QApplication &app)
 {
     QApplication::setApplicationName(QStringLiteral("Tandrel"));
-    auto *main = new frmTandrel;
-    main->setAttribute(Qt::WA_DeleteOnClose);
-    main->Form_Load();
-    // A second copy has already said so and closed itself.
-    if (main->isEnding())
-        return 0;
-    main->show();
+    auto *splash = new frmSplash;
+    splash->setWindowFlag(Qt::SplashScreen);
+    splash->Form_Load();
+    splash->show();
     return app.exec();
 }
 

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
+#include <QShortcut>
 #include <QTimer>
 
 using Globals::Guard;
@@ -53,6 +54,9 @@ frmTandrel::frmTandrel(QWidget *parent)
     connectCountdown();
     connectSound();
     connectFiles();
+    connectLinks();
+    // Ctrl+Q ends the program as the close box does, exit question included.
+    connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
     platform::registerLoadedWindow(this);
 }
 

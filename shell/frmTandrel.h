@@ -11,6 +11,7 @@
 //   files/frmConfig.cpp   the Config button
 //   files/frmEdit.cpp     the Edit button
 //   files/Backups.cpp     the backups and the Update button
+//   shell/HelpAndLinks.cpp the rules, About and the web pages
 //   shell/frmTandrel.cpp  the window itself: start-up and closing
 #include <QHash>
 #include <QStringList>
@@ -149,6 +150,13 @@ public:
     // Copies the question files into the backup folder, stamped with the time.
     void saveOldFiles();
 
+    // ---- Rules, About and web pages (shell/HelpAndLinks.cpp) ---------------
+    void clkHowToPlay_Click();
+    void clkAbout_Click();
+    void clkContact_Click();
+    void clkDonate_Click();
+    void clkVideo_Click();
+
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -159,6 +167,7 @@ private:
     void connectCountdown();
     void connectSound();
     void connectFiles();
+    void connectLinks();
     void closeOtherWindows();
     void showMatch();
     void showPhrase();

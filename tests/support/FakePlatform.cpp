@@ -1,4 +1,5 @@
 #include "FakePlatform.h"
+#include "platform/Errors.h"
 #include "shell/Globals.h"
 #include <QDialog>
 #include <QFile>
@@ -93,6 +94,8 @@ int FakePlatform::execModal(QDialog &dialog)
 
 std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString &name)
 {
+    if (playerFailure)
+        platform::raise(playerFailure);
     return std::make_unique<RecordingPlayer>(name, mediaCalls);
 }
 

@@ -52,10 +52,13 @@ public:
 
     // Media: every call of every player, as "wmp1 play", "wmp2 volume 40"...
     QStringList mediaCalls;
+    // A failure number for making a player (a media back end that is missing).
+    int playerFailure = 0;
 
     // Shell.
     QStringList urlsOpened;
     QStringList launches;
+    QStringList absentComponents;   // components not installed at all
     QStringList missingComponents;  // components that do not load
     QStringList componentsLoadingAfterLaunch;
 
@@ -90,7 +93,11 @@ public:
     // platform::Shell
     void openUrl(const QString &url) override { urlsOpened.append(url); }
     void launch(const QString &verb, const QString &file, const QString &parameters) override;
-    bool libraryLoads(const QString &name) override { return !missingComponents.contains(name); }
+    bool componentInstalled(const QString &name) override { return !absentComponents.contains(name); }
+    bool libraryLoads(const QString &name) override
+    {
+        return !absentComponents.contains(name) && !missingComponents.contains(name);
+    }
     QString shortPath(const QString &path) override { return path; }
     // platform::Random
     void reseedFromClock() override { m_gen.seed(12345u); }
