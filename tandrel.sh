@@ -2,18 +2,20 @@
 # Sets Tandrel up on Debian 12 and then plays it or tests it.
 #   ./tandrel.sh play   install what is missing, build, start the game
 #   ./tandrel.sh test   install what is missing, build, run the whole test suite
+#   ./tandrel.sh sanitize   the test suite built with AddressSanitizer and
+#                           UndefinedBehaviorSanitizer, leak checks on (CI runs it)
 set -euo pipefail
 cd "$(dirname "$0")"
 
 what=${1:-play}
-case "$what" in play|test) ;; *) echo "usage: $0 play|test" >&2; exit 2 ;; esac
+case "$what" in play|test|sanitize) ;; *) echo "usage: $0 play|test|sanitize" >&2; exit 2 ;; esac
 
 # Everything the program needs to build and run; the tests need a few more.
 packages=(build-essential cmake qt6-base-dev qt6-multimedia-dev libqt6svg6
           gstreamer1.0-plugins-base gstreamer1.0-plugins-good
           fonts-liberation2 fonts-dejavu-core fonts-leckerli-one)
 test_packages=(xvfb xauth xdotool)
-[ "$what" = test ] && packages+=("${test_packages[@]}")
+[ "$what" = play ] || packages+=("${test_packages[@]}")
 
 missing=()
 for p in "${packages[@]}"; do
@@ -28,6 +30,14 @@ if [ ${#missing[@]} -gt 0 ]; then
 fi
 
 jobs=$(nproc 2>/dev/null || echo 2)
+if [ "$what" = sanitize ]; then
+  cmake -S . -B build-sanitize -DCMAKE_BUILD_TYPE=Debug -DTANDREL_SANITIZE=ON > /dev/null
+  cmake --build build-sanitize -j"$jobs"
+  cd build-sanitize
+  export ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+  export LSAN_OPTIONS=suppressions=$PWD/../.ci/lsan.supp
+  QT_QPA_PLATFORM=offscreen exec ctest --output-on-failure -j"$jobs"
+fi
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
 cmake --build build -j"$jobs"
 

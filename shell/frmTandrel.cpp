@@ -60,10 +60,7 @@ frmTandrel::frmTandrel(QWidget *parent)
     platform::registerLoadedWindow(this);
 }
 
-frmTandrel::~frmTandrel()
-{
-    delete m_ui;
-}
+frmTandrel::~frmTandrel() = default;
 
 void frmTandrel::selectOption(QRadioButton *option)
 {

@@ -39,7 +39,7 @@ public:
     explicit frmTandrel(QWidget *parent = nullptr);
     ~frmTandrel() override;
 
-    Ui::frmTandrel *ui() const { return m_ui; }
+    Ui::frmTandrel *ui() const { return m_ui.get(); }
 
     // ---- The window (shell/frmTandrel.cpp) --------------------------------
     // Start-up: runs once, after the window is made and before it is shown.
@@ -187,7 +187,8 @@ private:
     void runWinDialog(const QString &message, bool tie);
     bool listKeyPress(QObject *list, QKeyEvent *event);
 
-    Ui::frmTandrel *m_ui;
+    // Owned: a constructor that fails half-way must not leak the form.
+    std::unique_ptr<Ui::frmTandrel> m_ui;
     bool m_ending = false;
     int m_lastTab = 1;
     std::array<QRgb, 10> m_rowColour{};
