@@ -4,7 +4,6 @@
 #include "ui_frmWin.h"
 
 using Globals::Guarded;
-using Globals::WriteLogInfo;
 
 frmWin::frmWin(QString &tag, QWidget *parent)
     : LoggedDialog(parent, QStringLiteral("Form_UnLoad frmWIN")), m_ui(new Ui::frmWin), m_tag(tag)
@@ -13,7 +12,6 @@ frmWin::frmWin(QString &tag, QWidget *parent)
     connect(m_ui->clkYes, &QAbstractButton::clicked, this, &frmWin::clkYes_Click);
     connect(m_ui->clkNo, &QAbstractButton::clicked, this, &frmWin::clkNo_Click);
     connect(m_ui->clkClose, &QAbstractButton::clicked, this, &frmWin::clkClose_Click);
-    platform::registerLoadedWindow(this);
 }
 
 frmWin::~frmWin()
@@ -23,7 +21,7 @@ frmWin::~frmWin()
 
 void frmWin::Form_Load()
 {
-    Guarded("Form_Load frmWin", [&] { WriteLogInfo(QStringLiteral("Loading Form ") + objectName()); });
+    Guarded("Form_Load frmWin", [&] { logLoad(); });
 }
 
 void frmWin::showMessage(const QString &message, bool tie)

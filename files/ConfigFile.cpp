@@ -28,17 +28,7 @@ QString fileText(const Choices &c)
 }  // namespace config
 
 namespace {
-// ON/OFF as the file has always said it; the dialog writes Yes/No for the same
-// two keys, and a host expects what the dialog saved to come back next time.
-int onOff(const QString &value)
-{
-    if (value == QLatin1String("ON") || value == QLatin1String("YES"))
-        return 1;
-    if (value == QLatin1String("OFF") || value == QLatin1String("NO"))
-        return 0;
-    return -1;
-}
-
+// 1 for YES, 0 for NO, -1 for anything else.
 int yesNo(const QString &value)
 {
     if (value == QLatin1String("YES"))
@@ -46,6 +36,17 @@ int yesNo(const QString &value)
     if (value == QLatin1String("NO"))
         return 0;
     return -1;
+}
+
+// ON/OFF as the file has always said it; the dialog writes Yes/No for the same
+// two keys, and a host expects what the dialog saved to come back next time.
+int onOff(const QString &value)
+{
+    if (value == QLatin1String("ON"))
+        return 1;
+    if (value == QLatin1String("OFF"))
+        return 0;
+    return yesNo(value);
 }
 }  // namespace
 

@@ -14,7 +14,6 @@
 #include <QTimer>
 
 using Globals::Guarded;
-using Globals::WriteLogInfo;
 
 namespace {
 const QString Yes = QStringLiteral("Yes");
@@ -37,12 +36,12 @@ void onYesNo(const QComboBox *list, const std::function<void(bool)> &apply)
 }
 }  // namespace
 
-frmConfig::frmConfig(frmTandrel &main) : LoggedDialog(&main, QStringLiteral("Form_Unload frmConfig")), m_ui(new Ui::frmConfig), m_main(main)
+frmConfig::frmConfig(frmTandrel &main)
+    : LoggedDialog(&main, QStringLiteral("Form_Unload frmConfig")), m_ui(new Ui::frmConfig), m_main(main)
 {
     m_ui->setupUi(this);
     connect(m_ui->clkSave, &QAbstractButton::clicked, this, &frmConfig::clkSave_Click);
     connect(m_ui->clkExit, &QAbstractButton::clicked, this, &frmConfig::clkExit_Click);
-    platform::registerLoadedWindow(this);
 }
 
 frmConfig::~frmConfig()
@@ -53,7 +52,7 @@ frmConfig::~frmConfig()
 void frmConfig::Form_Load()
 {
     Guarded("Form_Load frmConfig", [&] {
-        WriteLogInfo(QStringLiteral("Loading Form ") + objectName());
+        logLoad();
         QComboBox *timer = m_ui->cmbTimerTime;
         timer->clear();
         for (int seconds = 10; seconds <= 120; seconds += 10)

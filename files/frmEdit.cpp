@@ -9,11 +9,7 @@ using Globals::Guarded;
 namespace {
 void showEditor(const EditorWords &words, QWidget *owner)
 {
-    LoggedWindow::showOnce<frmEditQuestions>(words.windowName, [&] {
-        auto *editor = new frmEditQuestions(words, owner);
-        editor->Form_Load();
-        return editor;
-    });
+    LoggedWindow::showOnce<frmEditQuestions>(words.windowName, [&] { return new frmEditQuestions(words, owner); });
 }
 }  // namespace
 
@@ -47,10 +43,6 @@ void frmEdit::clkEditPhrases_Click()
 void frmTandrel::clkEdit_Click()
 {
     Guarded("clkEdit_Click", [&] {
-        LoggedWindow::showOnce<frmEdit>(QStringLiteral("frmEdit"), [&] {
-            auto *chooser = new frmEdit(this);
-            chooser->Form_Load();
-            return chooser;
-        });
+        LoggedWindow::showOnce<frmEdit>(QStringLiteral("frmEdit"), [&] { return new frmEdit(this); });
     });
 }

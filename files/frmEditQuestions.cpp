@@ -108,8 +108,8 @@ void frmEditQuestions::setBoxText(const QString &text)
 void frmEditQuestions::loadQuestions()
 {
     Guarded(m_words.loader, [&] {
-        if (boxText().size() > 10
-            && platform::msgBox(m_words.boxFull, YesNoCancel, QStringLiteral("Overwrite Questions In Text Box?")) != Yes)
+        const QString overwriteTitle = QStringLiteral("Overwrite Questions In Text Box?");
+        if (boxText().size() > 10 && platform::msgBox(m_words.boxFull, YesNoCancel, overwriteTitle) != Yes)
             return;
         const QString path = platform::onDisk(platform::programPath(m_words.fileName));
         if (platform::fileExists(path)) {

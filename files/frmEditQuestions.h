@@ -31,7 +31,6 @@ public:
     ~frmEditQuestions() override;
 
     Ui::frmEditQuestions *ui() const { return m_ui; }
-    const EditorWords &words() const { return m_words; }
 
     void Form_Load();
     // loadMatchPhrases / loadTandrelLines: fills the box from the file.

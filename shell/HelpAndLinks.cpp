@@ -31,26 +31,20 @@ void frmTandrel::clkHowToPlay_Click()
             frmHowTo::reportMissing(path);
             return;
         }
-        LoggedWindow::showOnce<frmHowTo>(QStringLiteral("frmHowTo"), [&] {
-            auto *viewer = new frmHowTo(this);
-            viewer->Form_Load();
-            return viewer;
-        });
+        LoggedWindow::showOnce<frmHowTo>(QStringLiteral("frmHowTo"), [&] { return new frmHowTo(this); });
     });
 }
 
 void frmTandrel::clkAbout_Click()
 {
     Guarded("clkAbout_Click", [&] {
-        // The start-up window once more, held open: it never opens a second
-        // main window, and About twice shows the one window again.
-        LoggedWindow::showOnce<frmSplash>(QStringLiteral("frmSplash"), [&] {
-            auto *about = new frmSplash(this);
-            about->Form_Load();
-            about->Timer1->stop();
-            about->ui()->clkClose->setVisible(true);
-            return about;
-        });
+        // The start-up window once more, held open: its timer is stopped
+        // before it can tick, so it never opens a second main window; About
+        // twice shows the one window again.
+        auto *about =
+            LoggedWindow::showOnce<frmSplash>(QStringLiteral("frmSplash"), [&] { return new frmSplash(this); });
+        about->Timer1->stop();
+        about->ui()->clkClose->setVisible(true);
     });
 }
 

@@ -2,6 +2,14 @@
 #include "platform/Services.h"
 #include "shell/Globals.h"
 
+namespace {
+void logLoading(QWidget *window)
+{
+    platform::registerLoadedWindow(window);
+    Globals::WriteLogInfo(QStringLiteral("Loading Form ") + window->objectName());
+}
+}  // namespace
+
 void UnloadRecord::write(QWidget *window)
 {
     Globals::Guarded(m_label, [&] {
@@ -18,6 +26,11 @@ LoggedDialog::LoggedDialog(QWidget *parent, QString unloadLabel) : QDialog(paren
 LoggedDialog::~LoggedDialog()
 {
     m_unload.write(this);
+}
+
+void LoggedDialog::logLoad()
+{
+    logLoading(this);
 }
 
 void LoggedDialog::done(int result)
@@ -39,8 +52,7 @@ LoggedWindow::~LoggedWindow()
 
 void LoggedWindow::logLoad()
 {
-    platform::registerLoadedWindow(this);
-    Globals::WriteLogInfo(QStringLiteral("Loading Form ") + objectName());
+    logLoading(this);
 }
 
 void LoggedWindow::centreOnOwner()

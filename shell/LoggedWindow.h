@@ -25,6 +25,10 @@ public:
 
     void done(int result) override;  // Form_Unload
 
+protected:
+    // Registers the window and writes its "Loading Form" record.
+    void logLoad();
+
 private:
     UnloadRecord m_unload;
 };
@@ -37,14 +41,15 @@ public:
     LoggedWindow(QWidget *parent, QString unloadLabel);
     ~LoggedWindow() override;
 
-    // Shows the loaded window of that name, or loads one with make() (which
-    // runs its Form_Load): each of these windows exists once.
+    // Shows the loaded window of that name, or makes one with make() and
+    // loads it: each of these windows exists once.
     template <class W, class Make>
     static W *showOnce(const QString &name, Make make)
     {
         auto *window = qobject_cast<W *>(platform::loadedWindow(name));
         if (!window) {
             window = make();
+            window->Form_Load();
             window->centreOnOwner();
         }
         window->show();
