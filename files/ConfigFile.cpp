@@ -1,16 +1,7 @@
-// The configuration file beside the program.
+// The configuration file beside the program: its text and its line rules.
 #include "files/ConfigFile.h"
 #include "core/QuestionRules.h"
 #include "platform/Numeric.h"
-#include "platform/Services.h"
-#include "platform/TextFiles.h"
-#include "shell/Globals.h"
-#include "shell/frmTandrel.h"
-#include "ui_frmTandrel.h"
-
-#include <QAbstractButton>
-#include <QLineEdit>
-#include <QRadioButton>
 
 namespace config {
 
@@ -24,8 +15,6 @@ QString fileText(const Choices &c)
            + QStringLiteral("Sound: ") + c.sound + crlf                                    //
            + QStringLiteral("Timer: ") + c.timer + crlf;
 }
-
-}  // namespace config
 
 namespace {
 // 1 for YES, 0 for NO, -1 for anything else.
@@ -50,49 +39,37 @@ int onOff(const QString &value)
 }
 }  // namespace
 
-void frmTandrel::readInConfigFile()
+std::optional<Setting> readLine(const QString &rawLine)
 {
-    Globals::Guarded("readInConfigFile", [&] {
-        const QString path = platform::programPath(config::FileName);
-        if (!platform::fileExists(path))
-            return;
-        platform::readLines(path, [&](const QString &rawLine) {
-            QString line = questions::trimSpaces(rawLine);
-            if (line.isEmpty() || line.startsWith(QLatin1Char('#')) || !line.contains(QLatin1Char(':')))
-                return true;
-            line = line.toUpper().remove(QLatin1Char(' '));
-            const QStringList fields = line.split(QLatin1Char(':'));
-            if (fields.size() != 2)
-                return true;
-            const QString &key = fields[0];
-            const QString &value = fields[1];
-            if (key == QLatin1String("TIMERTIME")) {
-                if (!platform::isNumeric(value))
-                    return true;
-                const qint16 seconds = platform::toInt16(value);  // too large: stops the read
-                if (seconds < 0 || seconds > 120 || seconds % 10 != 0)
-                    return true;
-                m_ui->txtTimer->setText(value);
-                TimerTime = seconds;
-            } else if (key == QLatin1String("SOUNDCONTINUAL") || key == QLatin1String("BUZZER")) {
-                const int set = yesNo(value);
-                if (set >= 0)
-                    (key == QLatin1String("BUZZER") ? m_ui->chkBuzzer : m_ui->chkSoundAlwaysOn)->setChecked(set == 1);
-            } else if (key == QLatin1String("SOUND")) {
-                const int on = onOff(value);
-                if (on == 1) {
-                    selectOption(optSound[0]);
-                    wmp1->play();
-                } else if (on == 0) {
-                    selectOption(optSound[1]);
-                    wmp1->stop();
-                }
-            } else if (key == QLatin1String("TIMER")) {
-                const int on = onOff(value);
-                if (on >= 0)
-                    selectOption(OptTimer[on == 1 ? 0 : 1]);
-            }
-            return true;
-        });
-    });
+    QString line = questions::trimSpaces(rawLine);
+    if (line.isEmpty() || line.startsWith(QLatin1Char('#')) || !line.contains(QLatin1Char(':')))
+        return std::nullopt;
+    line = line.toUpper().remove(QLatin1Char(' '));
+    const QStringList fields = line.split(QLatin1Char(':'));
+    if (fields.size() != 2)
+        return std::nullopt;
+    const QString &key = fields[0];
+    const QString &value = fields[1];
+    if (key == QLatin1String("TIMERTIME")) {
+        if (!platform::isNumeric(value))
+            return std::nullopt;
+        const qint16 seconds = platform::toInt16(value);  // too large: stops the read
+        if (seconds < 0 || seconds > 120 || seconds % 10 != 0)
+            return std::nullopt;
+        return Setting{Key::TimerTime, seconds, value};
+    }
+    int on = -1;
+    Key which{};
+    if (key == QLatin1String("SOUNDCONTINUAL") || key == QLatin1String("BUZZER")) {
+        on = yesNo(value);
+        which = key == QLatin1String("BUZZER") ? Key::Buzzer : Key::SoundContinual;
+    } else if (key == QLatin1String("SOUND") || key == QLatin1String("TIMER")) {
+        on = onOff(value);
+        which = key == QLatin1String("SOUND") ? Key::Sound : Key::Timer;
+    }
+    if (on < 0)
+        return std::nullopt;
+    return Setting{which, on, value};
 }
+
+}  // namespace config

@@ -99,18 +99,46 @@ int openFailureNumber(const QString &path, Access access)
     return err::PathFileAccess;
 }
 
+bool LineSplitter::feed(QByteArrayView bytes, const EachLine &eachLine)
+{
+    qsizetype from = 0;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const char c = bytes[i];
+        if (c == '\n' && m_lastWasCR) {  // the LF of a CR LF already ended the line
+            m_lastWasCR = false;
+            from = i + 1;
+            continue;
+        }
+        m_lastWasCR = false;
+        if (c == '\r' || c == '\n') {
+            m_pending.append(bytes.sliced(from, i - from));
+            const QString line = decodeLine(m_pending);
+            m_pending.clear();
+            m_lastWasCR = (c == '\r');
+            from = i + 1;
+            if (!eachLine(line))
+                return false;
+        }
+    }
+    m_pending.append(bytes.sliced(from));
+    return true;
+}
+
+void LineSplitter::finish(const EachLine &eachLine)
+{
+    if (!m_pending.isEmpty())
+        eachLine(decodeLine(m_pending));
+    m_pending.clear();
+    m_lastWasCR = false;
+}
+
 void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine)
 {
     const QString real = onDisk(path);
     QFile file(real);
     if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
         raise(openFailureNumber(real, Access::Read), file.errorString());
-    QByteArray pending;
-    bool lastWasCR = false;
-    auto emitLine = [&](qsizetype end) -> bool {
-        const QString line = decodeLine(QByteArrayView(pending).first(end));
-        return eachLine(line);
-    };
+    LineSplitter splitter;
     while (true) {
         const QByteArray chunk = file.read(ChunkSize);
         if (chunk.isEmpty()) {
@@ -118,28 +146,10 @@ void readLines(const QString &path, const std::function<bool(const QString &)> &
                 raise(err::PathFileAccess, file.errorString());
             break;
         }
-        qsizetype from = 0;
-        for (qsizetype i = 0; i < chunk.size(); ++i) {
-            const char c = chunk[i];
-            if (c == '\n' && lastWasCR) {  // the LF of a CR LF already ended the line
-                lastWasCR = false;
-                from = i + 1;
-                continue;
-            }
-            lastWasCR = false;
-            if (c == '\r' || c == '\n') {
-                pending.append(chunk.constData() + from, i - from);
-                if (!emitLine(pending.size()))
-                    return;
-                pending.clear();
-                lastWasCR = (c == '\r');
-                from = i + 1;
-            }
-        }
-        pending.append(chunk.constData() + from, chunk.size() - from);
+        if (!splitter.feed(chunk, eachLine))
+            return;
     }
-    if (!pending.isEmpty())
-        emitLine(pending.size());
+    splitter.finish(eachLine);
 }
 
 QStringList readAllLines(const QString &path)

@@ -2,6 +2,7 @@
 // Text files as the program keeps them: 8-bit text in the system code page
 // (UTF-8 here), lines ended by CR LF. Every failure raises a RuntimeError with
 // the number the old run time gave it.
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -21,8 +22,23 @@ bool folderExists(const QString &path);
 QString decodeText(const QByteArray &bytes);
 QByteArray encodeText(const QString &text);
 
-// Reads a file line by line. A line ends at CR LF, a bare LF or a bare CR.
-// The callback returns false to stop early.
+// Cuts bytes into lines as they arrive, in pieces of any size: a line ends at
+// CR LF, a bare LF or a bare CR, and a CR LF split between two pieces is one
+// end. Each line is decoded on its own (see decodeText). The callback returns
+// false to stop early; feed then returns false too.
+class LineSplitter {
+public:
+    using EachLine = std::function<bool(const QString &line)>;
+    bool feed(QByteArrayView bytes, const EachLine &eachLine);
+    // Hands over the last line when the bytes did not end with a line end.
+    void finish(const EachLine &eachLine);
+
+private:
+    QByteArray m_pending;
+    bool m_lastWasCR = false;
+};
+
+// Reads a file line by line with a LineSplitter.
 void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine);
 QStringList readAllLines(const QString &path);
 
