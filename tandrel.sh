@@ -4,18 +4,23 @@
 #   ./tandrel.sh test   install what is missing, build, run the whole test suite
 #   ./tandrel.sh sanitize   the test suite built with AddressSanitizer and
 #                           UndefinedBehaviorSanitizer, leak checks on (CI runs it)
+#   ./tandrel.sh fuzz [SECONDS]   each fuzz target for SECONDS (default 30; CI runs it)
 set -euo pipefail
 cd "$(dirname "$0")"
 
 what=${1:-play}
-case "$what" in play|test|sanitize) ;; *) echo "usage: $0 play|test|sanitize" >&2; exit 2 ;; esac
+case "$what" in play|test|sanitize|fuzz) ;; *) echo "usage: $0 play|test|sanitize|fuzz [SECONDS]" >&2; exit 2 ;; esac
 
 # Everything the program needs to build and run; the tests need a few more.
 packages=(build-essential cmake qt6-base-dev qt6-multimedia-dev libqt6svg6
           gstreamer1.0-plugins-base gstreamer1.0-plugins-good
           fonts-liberation2 fonts-dejavu-core fonts-leckerli-one)
 test_packages=(xvfb xauth xdotool)
-[ "$what" = play ] || packages+=("${test_packages[@]}")
+fuzz_packages=(clang libclang-rt-14-dev)
+case "$what" in
+  test|sanitize) packages+=("${test_packages[@]}") ;;
+  fuzz) packages+=("${fuzz_packages[@]}") ;;
+esac
 
 missing=()
 for p in "${packages[@]}"; do
@@ -30,6 +35,9 @@ if [ ${#missing[@]} -gt 0 ]; then
 fi
 
 jobs=$(nproc 2>/dev/null || echo 2)
+if [ "$what" = fuzz ]; then
+  exec fuzz/run.sh "${2:-30}"
+fi
 if [ "$what" = sanitize ]; then
   cmake -S . -B build-sanitize -DCMAKE_BUILD_TYPE=Debug -DTANDREL_SANITIZE=ON > /dev/null
   cmake --build build-sanitize -j"$jobs"

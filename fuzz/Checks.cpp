@@ -1,0 +1,144 @@
+#include "Checks.h"
+#include "core/QuestionRules.h"
+#include "files/ConfigFile.h"
+#include "platform/Errors.h"
+#include "platform/Numeric.h"
+#include "platform/TextFiles.h"
+#include "shell/RtfReader.h"
+
+#include <QByteArray>
+#include <QStringList>
+#include <QTextDocument>
+#include <algorithm>
+
+namespace fuzzcheck {
+
+namespace {
+QStringList cutInPieces(QByteArrayView data, qsizetype piece)
+{
+    QStringList lines;
+    auto keep = [&](const QString &line) {
+        lines.append(line);
+        return true;
+    };
+    platform::LineSplitter splitter;
+    for (qsizetype at = 0; at < data.size(); at += piece)
+        splitter.feed(data.sliced(at, std::min(piece, data.size() - at)), keep);
+    splitter.finish(keep);
+    return lines;
+}
+
+// Line ends as the reader documents them, done the slow, obvious way.
+QStringList cutPlainly(QByteArrayView data)
+{
+    QByteArray text = data.toByteArray();
+    text.replace("\r\n", "\n").replace('\r', '\n');
+    QList<QByteArray> parts = text.split('\n');
+    if (parts.last().isEmpty())
+        parts.removeLast();
+    QStringList lines;
+    for (const QByteArray &part : parts)
+        lines.append(platform::decodeText(part));
+    return lines;
+}
+
+QStringList acceptLiterally(questions::Kind kind, const QStringList &lines)
+{
+    // Lines hold no line ends, so one search of the accepted entries joined
+    // by LF finds exactly the entries that hold the candidate.
+    QStringList accepted;
+    QString joined;
+    for (const QString &line : lines) {
+        const auto entry = kind == questions::Kind::Match ? questions::literal::matchCandidate(line)
+                                                          : questions::literal::phraseCandidate(line);
+        if (!entry || joined.contains(*entry))
+            continue;
+        accepted.append(*entry);
+        joined += *entry + QLatin1Char('\n');
+    }
+    return accepted.mid(0, questions::MaxDeckEntries);
+}
+
+QString differs(const char *what, const QStringList &a, const QStringList &b)
+{
+    return QStringLiteral("%1 differ: %2 against %3 lines; first: [%4] against [%5]")
+        .arg(QLatin1String(what))
+        .arg(a.size())
+        .arg(b.size())
+        .arg(a.value(0), b.value(0));
+}
+}  // namespace
+
+QString questionFile(QByteArrayView data)
+{
+    if (data.isEmpty())
+        return {};
+    const auto kind = (data[0] & 1) ? questions::Kind::Phrase : questions::Kind::Match;
+    const qsizetype piece = 1 + (quint8(data[0]) >> 1);
+    data = data.sliced(1);
+
+    const QStringList lines = cutInPieces(data, piece);
+    if (const QStringList whole = cutInPieces(data, qMax<qsizetype>(1, data.size())); lines != whole)
+        return differs("lines cut in pieces and whole", lines, whole);
+    if (const QStringList plain = cutPlainly(data); lines != plain)
+        return differs("lines cut by the reader and plainly", lines, plain);
+
+    const QStringList fast = questions::acceptLines(kind, lines);
+    const QStringList literal = acceptLiterally(kind, lines);
+    if (fast != literal)
+        return differs("accepted entries", fast, literal);
+    return {};
+}
+
+QString configFile(QByteArrayView data)
+{
+    static const char *const Names[] = {"TimerTime", "SoundContinual", "Buzzer", "Sound", "Timer"};
+    QString failure;
+    auto check = [&](const QString &line) {
+        std::optional<config::Setting> setting;
+        try {
+            setting = config::readLine(line);
+        } catch (const platform::RuntimeError &e) {
+            if (e.number() != platform::err::Overflow)
+                failure = QStringLiteral("failure %1 on [%2]").arg(e.number()).arg(line);
+            return failure.isEmpty();
+        }
+        if (!setting)
+            return true;
+        const bool isLength = setting->key == config::Key::TimerTime;
+        const bool inRange = isLength ? setting->value >= 0 && setting->value <= 120 && setting->value % 10 == 0
+                                            && platform::isNumeric(setting->text)
+                                            && platform::toInt16(setting->text) == setting->value
+                                      : setting->value == 0 || setting->value == 1;
+        if (!inRange) {
+            failure = QStringLiteral("setting out of range from [%1]").arg(line);
+            return false;
+        }
+        const QString written = QLatin1String(Names[int(setting->key)]) + QStringLiteral(": ") + setting->text;
+        const auto again = config::readLine(written);
+        if (!again || again->key != setting->key || again->value != setting->value) {
+            failure = QStringLiteral("[%1] does not read back from [%2]").arg(line, written);
+            return false;
+        }
+        return true;
+    };
+    platform::LineSplitter splitter;
+    if (splitter.feed(data, check))
+        splitter.finish(check);
+    return failure;
+}
+
+QString rulesDocument(QByteArrayView data)
+{
+    const QByteArray bytes = data.toByteArray();
+    QTextDocument document;
+    const bool isRtf = rtf::read(bytes, &document);
+    if (isRtf != bytes.startsWith("{\\rtf"))
+        return QStringLiteral("RTF recognised wrongly");
+    const qsizetype shown = document.toPlainText().size();
+    if (shown > bytes.size() + 1)
+        return QStringLiteral("%1 characters shown for %2 bytes").arg(shown).arg(bytes.size());
+    return {};
+}
+
+}  // namespace fuzzcheck
