@@ -5,6 +5,7 @@
 #include "shell/Globals.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmTandrel.h"
+#include <algorithm>
 
 using Globals::Guarded;
 using platform::add16;
@@ -63,7 +64,9 @@ void frmTandrel::clkUp_Click(qint16 index)
     Guarded("clkUp_Click", [&] {
         QLineEdit *score = txtCounter[size_t(index)];
         const qint16 s = toInt16(score->text());
-        const qsizetype total = MatchDeck.size() + PhraseDeck.size();
+        // Scores are 16-bit numbers: the two decks together count as 32,767
+        // at most, so the top score is one a 16-bit number holds.
+        const qsizetype total = std::min<qsizetype>(MatchDeck.size() + PhraseDeck.size(), 32767);
         if (s + 1 <= total)
             score->setText(QString::number(add16(s, 1)));
     });

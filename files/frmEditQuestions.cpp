@@ -113,7 +113,9 @@ void frmEditQuestions::loadQuestions()
             return;
         const QString path = platform::onDisk(platform::programPath(m_words.fileName));
         if (platform::fileExists(path)) {
-            setBoxText(platform::readWhole(path));
+            const QString text = platform::readWhole(path);
+            platform::checkShowable(text);
+            setBoxText(text);
             return;
         }
         // Nothing is written here: the file comes into being at the first Save.

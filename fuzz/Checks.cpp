@@ -7,6 +7,7 @@
 #include "shell/RtfReader.h"
 
 #include <QByteArray>
+#include <QStringDecoder>
 #include <QStringList>
 #include <QTextDocument>
 #include <algorithm>
@@ -28,17 +29,30 @@ QStringList cutInPieces(QByteArrayView data, qsizetype piece)
     return lines;
 }
 
-// Line ends as the reader documents them, done the slow, obvious way.
+// Line ends and byte order marks as the reader documents them, done the
+// slow, obvious way on the whole text.
 QStringList cutPlainly(QByteArrayView data)
 {
-    QByteArray text = data.toByteArray();
-    text.replace("\r\n", "\n").replace('\r', '\n');
-    QList<QByteArray> parts = text.split('\n');
-    if (parts.last().isEmpty())
-        parts.removeLast();
+    auto cut = [](auto text) {
+        text.replace("\r\n", "\n").replace('\r', '\n');
+        auto parts = text.split('\n');
+        if (parts.last().isEmpty())
+            parts.removeLast();
+        return parts;
+    };
     QStringList lines;
-    for (const QByteArray &part : parts)
-        lines.append(platform::decodeText(part));
+    const bool le = data.startsWith("\xFF\xFE"), be = data.startsWith("\xFE\xFF");
+    if (le || be) {
+        QStringDecoder utf16(le ? QStringConverter::Utf16LE : QStringConverter::Utf16BE);
+        return cut(QString(utf16.decode(data.sliced(2))));
+    }
+    if (data.startsWith("\xEF\xBB\xBF"))
+        data = data.sliced(3);
+    for (const QByteArray &part : cut(data.toByteArray())) {
+        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString text = utf8.decode(part);
+        lines.append(utf8.hasError() ? QString::fromLatin1(part) : text);
+    }
     return lines;
 }
 
@@ -61,11 +75,16 @@ QStringList acceptLiterally(questions::Kind kind, const QStringList &lines)
 
 QString differs(const char *what, const QStringList &a, const QStringList &b)
 {
-    return QStringLiteral("%1 differ: %2 against %3 lines; first: [%4] against [%5]")
+    qsizetype i = 0;
+    while (i < a.size() && i < b.size() && a[i] == b[i])
+        ++i;
+    auto shown = [](const QString &line) { return QString::fromLatin1(line.toUtf8().toPercentEncoding(" ")); };
+    return QStringLiteral("%1 differ: %2 against %3 lines; at %4: [%5] against [%6]")
         .arg(QLatin1String(what))
         .arg(a.size())
         .arg(b.size())
-        .arg(a.value(0), b.value(0));
+        .arg(i)
+        .arg(shown(a.value(i)), shown(b.value(i)));
 }
 }  // namespace
 

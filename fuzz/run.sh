@@ -21,7 +21,8 @@ targets=("$@")
 CC=clang CXX=clang++ cmake -S "$here" -B "$out" -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
 cmake --build "$out" -j"$(nproc 2>/dev/null || echo 2)" > /dev/null
 
-# Seeds: the shipped files the readers meet in real use, and our own.
+# Seeds: the shipped files the readers meet in real use, the test suite's
+# damaged files, and our own.
 seed() {  # seed TARGET FILE [PREFIX]
   local dir=$out/corpus/$1 name
   name=$(basename "$2")
@@ -36,6 +37,10 @@ split -l 20 "$top/assets/TandrelPhrases.txt" "$pieces/phrases-"
 for f in "$pieces"/lines-*; do seed questions "$f" '\x00'; done
 for f in "$pieces"/phrases-*; do seed questions "$f" '\x01'; done
 seed rules "$top/assets/HowToPlayTandrel.rtf"
+# The damaged and foreign files of the test suite's catalogue.
+for f in "$top"/tests/badinput/*.txt; do
+  seed questions "$f" '\x00'; seed questions "$f" '\x01'; seed config "$f"; seed rules "$f"
+done
 for t in questions config rules; do
   for f in "$here/seeds/$t"/* "$here/regressions/$t"/*; do [ -f "$f" ] && seed "$t" "$f"; done
 done
@@ -53,10 +58,10 @@ for t in "${targets[@]}"; do
     -print_final_stats=1 -artifact_prefix="$out/findings/$t/" > "$log" 2>&1
   rc=$?
   set -e
-  done_line=$(grep -E '^#[0-9]+\s+DONE' "$log" | tail -1)
-  last_line=$(grep -E '^#[0-9]+\s' "$log" | tail -1)
-  total_runs=$(grep -E '^stat::number_of_executed_units' "$log" | awk '{print $2}')
-  took=$(grep -E '^Done [0-9]+ runs in' "$log" | awk '{print $5}')
+  done_line=$(grep -E '^#[0-9]+\s+DONE' "$log" | tail -1 || true)
+  last_line=$(grep -E '^#[0-9]+\s' "$log" | tail -1 || true)
+  total_runs=$(grep -E '^stat::number_of_executed_units' "$log" | awk '{print $2}' || true)
+  took=$(grep -E '^Done [0-9]+ runs in' "$log" | awk '{print $5}' || true)
   cov=$(sed -nE 's/.* cov: ([0-9]+).*/\1/p' <<<"${done_line:-$last_line}")
   ft=$(sed -nE 's/.* ft: ([0-9]+).*/\1/p' <<<"${done_line:-$last_line}")
   corpus=$(sed -nE 's/.* corp: ([0-9]+).*/\1/p' <<<"${done_line:-$last_line}")

@@ -6,6 +6,8 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <optional>
+#include <utility>
 
 namespace platform {
 
@@ -26,6 +28,47 @@ QString decodeLine(QByteArrayView bytes)
 }
 
 constexpr qint64 ChunkSize = 1 << 16;
+
+// What a byte order mark at the start says, and how many bytes it takes.
+struct Mark {
+    std::optional<QStringConverter::Encoding> utf16;
+    qsizetype length = 0;
+};
+
+// Nothing while the bytes could still be the start of a mark.
+std::optional<Mark> markOf(QByteArrayView head, bool complete)
+{
+    if (head.startsWith("\xEF\xBB\xBF"))
+        return Mark{std::nullopt, 3};
+    if (head.startsWith("\xFF\xFE"))
+        return Mark{QStringConverter::Utf16LE, 2};
+    if (head.startsWith("\xFE\xFF"))
+        return Mark{QStringConverter::Utf16BE, 2};
+    if (!complete && head.size() < 3 && (QByteArrayView("\xEF\xBB\xBF").startsWith(head) || head == "\xFF" || head == "\xFE"))
+        return std::nullopt;
+    return Mark{};
+}
+
+QString decodeUtf8OrLatin1(QByteArrayView bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(bytes);
+    if (!utf8.hasError())
+        return text;
+    // Decode line by line so one foreign line does not spoil the others.
+    QString out;
+    out.reserve(bytes.size());
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= bytes.size(); ++i) {
+        if (i == bytes.size() || bytes[i] == '\n') {
+            out += decodeLine(bytes.sliced(start, i - start));
+            if (i < bytes.size())
+                out += QLatin1Char('\n');
+            start = i + 1;
+        }
+    }
+    return out;
+}
 }  // namespace
 
 QString onDisk(const QString &path)
@@ -56,25 +99,29 @@ bool folderExists(const QString &path)
     return QFileInfo(onDisk(path)).isDir();
 }
 
-QString decodeText(const QByteArray &bytes)
+QString decodeText(QByteArrayView bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (!utf8.hasError())
-        return text;
-    // Decode line by line so one foreign line does not spoil the others.
-    QString out;
-    out.reserve(bytes.size());
-    qsizetype start = 0;
-    for (qsizetype i = 0; i <= bytes.size(); ++i) {
-        if (i == bytes.size() || bytes[i] == '\n') {
-            out += decodeLine(QByteArrayView(bytes).sliced(start, i - start));
-            if (i < bytes.size())
-                out += QLatin1Char('\n');
-            start = i + 1;
+    const Mark mark = *markOf(bytes, true);
+    bytes = bytes.sliced(mark.length);
+    if (mark.utf16) {
+        QStringDecoder utf16(*mark.utf16, QStringDecoder::Flag::Stateless);
+        return utf16.decode(bytes);
+    }
+    return decodeUtf8OrLatin1(bytes);
+}
+
+void checkShowable(QStringView text)
+{
+    if (text.size() > MaxShownChars)
+        raise(err::OutOfMemory, QStringLiteral("the text is too large to show"));
+    qsizetype lineStart = 0;
+    for (qsizetype i = 0; i <= text.size(); ++i) {
+        if (i == text.size() || text[i] == u'\n' || text[i] == u'\r' || text[i] == QChar::ParagraphSeparator) {
+            if (i - lineStart > MaxShownLine)
+                raise(err::OutOfMemory, QStringLiteral("a line is too long to show"));
+            lineStart = i + 1;
         }
     }
-    return out;
 }
 
 QByteArray encodeText(const QString &text)
@@ -99,37 +146,65 @@ int openFailureNumber(const QString &path, Access access)
     return err::PathFileAccess;
 }
 
-bool LineSplitter::feed(QByteArrayView bytes, const EachLine &eachLine)
+LineSplitter::LineSplitter() = default;
+
+template <typename View, typename Buffer, typename Decode>
+bool LineSplitter::split(View text, Buffer &pending, const Decode &decode, const EachLine &eachLine)
 {
     qsizetype from = 0;
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const char c = bytes[i];
-        if (c == '\n' && m_lastWasCR) {  // the LF of a CR LF already ended the line
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const auto c = text[i];
+        if (c == u'\n' && m_lastWasCR) {  // the LF of a CR LF already ended the line
             m_lastWasCR = false;
             from = i + 1;
             continue;
         }
         m_lastWasCR = false;
-        if (c == '\r' || c == '\n') {
-            m_pending.append(bytes.sliced(from, i - from));
-            const QString line = decodeLine(m_pending);
-            m_pending.clear();
-            m_lastWasCR = (c == '\r');
+        if (c == u'\r' || c == u'\n') {
+            pending.append(text.sliced(from, i - from));
+            const QString line = decode(pending);
+            pending.clear();
+            m_lastWasCR = (c == u'\r');
             from = i + 1;
             if (!eachLine(line))
                 return false;
         }
     }
-    m_pending.append(bytes.sliced(from));
+    pending.append(text.sliced(from));
     return true;
+}
+
+bool LineSplitter::feed(QByteArrayView bytes, const EachLine &eachLine)
+{
+    if (!m_started) {
+        m_head.append(bytes);
+        const std::optional<Mark> mark = markOf(m_head, false);
+        if (!mark)
+            return true;
+        m_started = true;
+        if (mark->utf16)
+            m_utf16 = QStringDecoder(*mark->utf16);
+        const QByteArray head = std::exchange(m_head, {});
+        return feed(QByteArrayView(head).sliced(mark->length), eachLine);
+    }
+    if (m_utf16.isValid()) {
+        const QString text = m_utf16.decode(bytes);
+        return split(QStringView(text), m_pendingText, [](const QString &line) { return line; }, eachLine);
+    }
+    return split(bytes, m_pending, [](const QByteArray &line) { return decodeLine(line); }, eachLine);
 }
 
 void LineSplitter::finish(const EachLine &eachLine)
 {
+    if (!m_started) {
+        m_started = true;
+        if (!feed(std::exchange(m_head, {}), eachLine))
+            return;
+    }
     if (!m_pending.isEmpty())
         eachLine(decodeLine(m_pending));
-    m_pending.clear();
-    m_lastWasCR = false;
+    else if (!m_pendingText.isEmpty())
+        eachLine(m_pendingText);
 }
 
 void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine)

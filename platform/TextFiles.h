@@ -3,6 +3,7 @@
 // (UTF-8 here), lines ended by CR LF. Every failure raises a RuntimeError with
 // the number the old run time gave it.
 #include <QByteArrayView>
+#include <QStringDecoder>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -18,25 +19,42 @@ bool folderExists(const QString &path);
 
 // Decodes bytes of the system code page. A line that is not valid UTF-8 is
 // read as Latin-1, so an accented file from another system keeps its letters
-// and no byte is ever lost.
-QString decodeText(const QByteArray &bytes);
+// and no byte is ever lost. A byte order mark is honoured and left out: after
+// a UTF-16 one (as Windows' Notepad saves "Unicode") the text is UTF-16.
+QString decodeText(QByteArrayView bytes);
 QByteArray encodeText(const QString &text);
 
 // Cuts bytes into lines as they arrive, in pieces of any size: a line ends at
 // CR LF, a bare LF or a bare CR, and a CR LF split between two pieces is one
-// end. Each line is decoded on its own (see decodeText). The callback returns
-// false to stop early; feed then returns false too.
+// end. Lines are decoded as decodeText does. The callback returns false to
+// stop early; feed then returns false too.
 class LineSplitter {
 public:
     using EachLine = std::function<bool(const QString &line)>;
+    LineSplitter();
     bool feed(QByteArrayView bytes, const EachLine &eachLine);
     // Hands over the last line when the bytes did not end with a line end.
     void finish(const EachLine &eachLine);
 
 private:
-    QByteArray m_pending;
+    template <typename View, typename Buffer, typename Decode>
+    bool split(View text, Buffer &pending, const Decode &decode, const EachLine &eachLine);
+
+    bool m_started = false;   // the byte order mark, if any, has been read
+    QByteArray m_head;        // the first bytes, until that is known
+    QStringDecoder m_utf16;   // valid after a UTF-16 mark
+    QByteArray m_pending;     // the unfinished line
+    QString m_pendingText;
     bool m_lastWasCR = false;
 };
+
+// The editors and the rules viewer show a file whole in a text box, which
+// lays out a long line in time that grows with the square of its length. A
+// text beyond these limits is refused with "out of memory" (7) rather than
+// freezing the program; no question line comes close to them.
+constexpr qsizetype MaxShownChars = 8 * 1024 * 1024;
+constexpr qsizetype MaxShownLine = 20000;
+void checkShowable(QStringView text);
 
 // Reads a file line by line with a LineSplitter.
 void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine);

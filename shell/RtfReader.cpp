@@ -1,4 +1,5 @@
 #include "shell/RtfReader.h"
+#include "platform/TextFiles.h"
 #include <QColor>
 #include <QList>
 #include <QString>
@@ -381,14 +382,6 @@ private:
     Qt::Alignment m_lastTextAlign = Qt::AlignLeft;
 };
 
-QString plainText(const QByteArray &bytes)
-{
-    // Stateless, so that a sequence cut off at the end counts as an error.
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8(bytes);
-    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
-}
-
 }  // namespace
 
 bool read(const QByteArray &bytes, QTextDocument *document)
@@ -403,7 +396,7 @@ bool read(const QByteArray &bytes, QTextDocument *document)
     if (isRtf)
         Reader(bytes, document).run();
     else
-        document->setPlainText(plainText(bytes));
+        document->setPlainText(platform::decodeText(bytes));
     document->setUndoRedoEnabled(undo);
     return isRtf;
 }

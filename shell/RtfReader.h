@@ -10,8 +10,8 @@ namespace rtf {
 // underline, font size, colour, alignment, paragraphs, line breaks and tabs.
 // Pictures, headers, footnotes and the other destinations are left out.
 // Returns false when the bytes are not RTF at all (they do not start with "{\rtf");
-// the document then shows them as plain text, read as UTF-8 when they are valid
-// UTF-8 and as Latin-1 otherwise, so that a rules file saved as text still shows.
+// the document then shows them as plain text, decoded as question files are,
+// so that a rules file saved as text still shows.
 // Any input is read in linear time without crashing.
 bool read(const QByteArray &bytes, QTextDocument *document);
 

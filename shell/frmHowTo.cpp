@@ -1,4 +1,5 @@
 #include "shell/frmHowTo.h"
+#include "platform/Errors.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
 #include "shell/Globals.h"
@@ -6,6 +7,8 @@
 #include "ui_frmHowTo.h"
 
 #include <QTextCursor>
+#include <QTextDocument>
+#include <memory>
 
 frmHowTo::frmHowTo(QWidget *parent)
     : LoggedWindow(parent, QStringLiteral("Form_Unload frmHowTo")), m_ui(new Ui::frmHowTo)
@@ -39,7 +42,16 @@ void frmHowTo::Form_Load()
             reportMissing(path);
             return;
         }
-        rtf::read(platform::readBytes(path), m_ui->rtb1->document());
+        const QByteArray bytes = platform::readBytes(path);
+        if (bytes.size() > platform::MaxShownChars)
+            platform::raise(platform::err::OutOfMemory, QStringLiteral("the rules document is too large"));
+        // Read aside and checked before the box lays it out, so that a file
+        // the box cannot show leaves it as it was.
+        auto document = std::make_unique<QTextDocument>();
+        rtf::read(bytes, document.get());
+        platform::checkShowable(document->toPlainText());
+        document->setParent(m_ui->rtb1);
+        m_ui->rtb1->setDocument(document.release());
         m_ui->rtb1->moveCursor(QTextCursor::Start);
     });
 }
