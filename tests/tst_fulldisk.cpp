@@ -1,0 +1,207 @@
+// A program folder that takes no more bytes (a full disk) or no writes at all
+// (read-only): saving from an editor reports the failure, keeps the text in
+// the box and leaves the old file whole; the log fails once per record.
+#include "FakePlatform.h"
+#include "TestMain.h"
+#include "core/Decks.h"
+#include "files/frmEdit.h"
+#include "platform/Errors.h"
+#include "files/frmEditQuestions.h"
+#include "shell/Globals.h"
+#include "shell/frmTandrel.h"
+#include "ui_frmEdit.h"
+#include "ui_frmEditQuestions.h"
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTextEdit>
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+bool run(const QString &program, const QStringList &arguments)
+{
+    QProcess p;
+    p.start(program, arguments);
+    return p.waitForFinished(10000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
+}
+
+// A folder on a small file system of its own (a 1 MB tmpfs) where the test
+// may mount one, as root may; otherwise a plain folder, made full by a file
+// size limit on this process and read-only by its permissions.
+class SmallDisk {
+public:
+    SmallDisk()
+        : m_path(m_base.filePath(QStringLiteral("disk")))
+    {
+        QDir().mkdir(m_path);
+        m_mounted = geteuid() == 0
+                    && run(QStringLiteral("mount"), {"-t", "tmpfs", "-o", "size=1m", "tmpfs", m_path});
+    }
+    ~SmallDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_oldLimit);
+        if (m_mounted)
+            run(QStringLiteral("umount"), {"-l", m_path});
+        else
+            QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    const QString &path() const { return m_path; }
+    bool mounted() const { return m_mounted; }
+
+    // Files up to this size may still grow (the log); anything larger fails.
+    void fill(qint64 stillFits)
+    {
+        if (m_mounted) {
+            QFile filler(m_path + QStringLiteral("/filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            const QByteArray block(4096, 'f');
+            while (filler.write(block) == block.size()) {
+            }
+            return;
+        }
+        std::signal(SIGXFSZ, SIG_IGN);  // a write past the limit fails instead of ending the process
+        getrlimit(RLIMIT_FSIZE, &m_oldLimit);
+        rlimit limit = m_oldLimit;
+        limit.rlim_cur = rlim_t(stillFits);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+
+    // False when it cannot be done here (root ignores permissions).
+    bool makeReadOnly()
+    {
+        if (m_mounted)
+            return run(QStringLiteral("mount"), {"-o", "remount,ro", m_path});
+        if (geteuid() == 0)
+            return false;
+        for (const QString &name : QDir(m_path).entryList(QDir::Files))
+            QFile::setPermissions(m_path + QLatin1Char('/') + name, QFileDevice::ReadOwner);
+        return QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    }
+
+private:
+    QTemporaryDir m_base;
+    QString m_path;
+    bool m_mounted = false;
+    rlimit m_oldLimit{RLIM_INFINITY, RLIM_INFINITY};
+};
+
+// The reports shown, as "label number".
+QStringList reports(const FakePlatform &fake)
+{
+    static const QRegularExpression report(
+        QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
+    QStringList shown;
+    for (const ShownBox &box : fake.boxes) {
+        const QRegularExpressionMatch m = report.match(box.text);
+        shown << (m.hasMatch() ? m.captured(1) + QLatin1Char(' ') + m.captured(2) : box.title);
+    }
+    return shown;
+}
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString manyQuestions()
+{
+    QString text;
+    for (int i = 0; i < 5000; ++i)
+        text += QStringLiteral("Question %1 has a Blank\n").arg(i);
+    return text;
+}
+}  // namespace
+
+class TestFullDisk : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void failedSaveKeepsTextAndOldFile_data();
+    void failedSaveKeepsTextAndOldFile();
+    void logThatTakesNoWritesFailsEachRecordOnce();
+};
+
+void TestFullDisk::failedSaveKeepsTextAndOldFile_data()
+{
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<bool>("fileExists");
+    QTest::newRow("full disk, file there") << false << true;
+    QTest::newRow("full disk, no file yet") << false << false;
+    QTest::newRow("read-only folder, file there") << true << true;
+    QTest::newRow("read-only folder, no file yet") << true << false;
+}
+
+void TestFullDisk::failedSaveKeepsTextAndOldFile()
+{
+    QFETCH(bool, readOnly);
+    QFETCH(bool, fileExists);
+    SmallDisk disk;
+    FakePlatform fake;
+    fake.dir = disk.path();
+    const QString path = fake.path(decks::MatchFileName);
+    const QByteArray old = "# Our evening\r\nShoe Blank\r\n";
+    if (fileExists)
+        fake.writeFile(decks::MatchFileName, old);
+    frmTandrel main;
+    main.clkEdit_Click();
+    qobject_cast<frmEdit *>(platform::loadedWindow(QStringLiteral("frmEdit")))->ui()->clkEditMatches->click();
+    auto *editor = qobject_cast<frmEditQuestions *>(platform::loadedWindow(QStringLiteral("frmEditMatches")));
+    QVERIFY(editor);
+    const QString text = manyQuestions();
+    editor->ui()->rtb1->setPlainText(text);
+    if (readOnly) {
+        if (!disk.makeReadOnly())
+            QSKIP("root writes into a read-only folder unless the test may mount a file system");
+    } else {
+        disk.fill(64 * 1024);
+    }
+    const QStringList before = QDir(disk.path()).entryList(QDir::Files | QDir::Hidden);
+    fake.boxes.clear();
+    fake.answers = {platform::mb::Yes};  // overwrite the old file
+    editor->ui()->clkSave->click();
+
+    const QStringList shown = reports(fake);
+    const QStringList saveReports = shown.filter(QRegularExpression(QStringLiteral("^clkSave_Click ")));
+    QCOMPARE(saveReports.size(), 1);
+    const int number = saveReports.first().section(QLatin1Char(' '), 1).toInt();
+    QVERIFY2(readOnly ? (number == 70 || number == 75) : number == 61, qPrintable(saveReports.first()));
+    // Besides the save's report and its question, only the log writer's own
+    // report for that one record.
+    for (const QString &other : shown)
+        QVERIFY2(other == saveReports.first() || other.startsWith(QLatin1String("WriteLogInfo "))
+                     || other == QLatin1String("Overwrite File?"),
+                 qPrintable(other));
+    QVERIFY(shown.filter(QRegularExpression(QStringLiteral("^WriteLogInfo "))).size() <= 1);
+    QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
+    QCOMPARE(bytesOf(path), fileExists ? old : QByteArray());
+    QCOMPARE(QFile::exists(path), fileExists);
+    QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
+    editor->close();
+}
+
+// Each record the log cannot take gives one message and nothing more: no
+// report of the report, and the program goes on.
+void TestFullDisk::logThatTakesNoWritesFailsEachRecordOnce()
+{
+    SmallDisk disk;
+    FakePlatform fake;
+    fake.dir = disk.path();
+    Globals::WriteLogInfo(QStringLiteral("first"));
+    if (!disk.makeReadOnly())
+        QSKIP("root writes into a read-only log unless the test may mount a file system");
+    Globals::WriteLogInfo(QStringLiteral("second"));
+    Globals::WriteLogInfo(QStringLiteral("third"));
+    Globals::Guarded("clkNext_Click", [] { platform::raise(6); });
+    QCOMPARE(reports(fake), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
+    QCOMPARE(fake.logTexts(), QStringList{"first"});
+}
+
+TANDREL_TEST_MAIN(TestFullDisk)
+#include "tst_fulldisk.moc"
