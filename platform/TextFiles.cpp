@@ -44,7 +44,8 @@ std::optional<Mark> markOf(QByteArrayView head, bool complete)
         return Mark{QStringConverter::Utf16LE, 2};
     if (head.startsWith("\xFE\xFF"))
         return Mark{QStringConverter::Utf16BE, 2};
-    if (!complete && head.size() < 3 && (QByteArrayView("\xEF\xBB\xBF").startsWith(head) || head == "\xFF" || head == "\xFE"))
+    const bool mayBeMark = QByteArrayView("\xEF\xBB\xBF").startsWith(head) || head == "\xFF" || head == "\xFE";
+    if (!complete && mayBeMark)
         return std::nullopt;
     return Mark{};
 }
