@@ -31,8 +31,6 @@ private Q_SLOTS:
     void nameMatchesInAnyLetterCase();
     void fileWithoutQuestionsGivesItsMessage_data();
     void fileWithoutQuestionsGivesItsMessage();
-    void badInputIsReadWithoutLoss_data();
-    void badInputIsReadWithoutLoss();
     void unreadableFileIsTheCallersFailure_data();
     void unreadableFileIsTheCallersFailure();
     void deckIsAShuffleOfTheAcceptedLines();
@@ -84,39 +82,6 @@ void TestDecks::fileWithoutQuestionsGivesItsMessage()
     QCOMPARE(fake.boxes[0].title, QStringLiteral("Exiting File Load"));
     QCOMPARE(fake.boxes[0].text, "File " + path + " does not contain any questions.");
     QCOMPARE(fake.boxes[0].style, 64);
-}
-
-void TestDecks::badInputIsReadWithoutLoss_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("entries");
-    QTest::newRow("NUL bytes") << QByteArray("Sh\0oe Blank\r\nHot Blank\r\n", 24)
-                               << QStringList{QString("SH") + QChar(0) + "OE," + U19, "HOT," + U19};
-    QTest::newRow("Latin-1 accents") << QByteArray("Caf\xe9 Blank\r\nCr\xc3\xa8me Blank\r\n")
-                                     << QStringList{QString::fromUtf8("CAFÉ,") + U19, QString::fromUtf8("CRÈME,") + U19};
-    QTest::newRow("UTF-8 byte-order mark dropped") << QByteArray("\xef\xbb\xbfHot Blank\r\n")
-                                                   << QStringList{"HOT," + U19};
-    QTest::newRow("CR only") << QByteArray("Hot Blank\rCold Blank\r") << QStringList{"HOT," + U19, "COLD," + U19};
-    QTest::newRow("mixed ends, no final end") << QByteArray("Hot Blank\nCold Blank\r\n\r\nWarm Blank")
-                                              << QStringList{"HOT," + U19, "COLD," + U19, "WARM," + U19};
-    QTest::newRow("one 10 MB line") << QByteArray(10 << 20, 'x') + " Blank\r\nHot Blank\r\n"
-                                    << QStringList{"HOT," + U19};
-    QByteArray big = randomBytes(50 << 20, 3);
-    big.append("\r\nHot Blank\r\n");
-    QTest::newRow("50 MB of random bytes, one question") << big << QStringList{"HOT," + U19};
-}
-
-void TestDecks::badInputIsReadWithoutLoss()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QStringList, entries);
-    FakePlatform fake;
-    const QString path = fake.writeFile("TandrelLines.txt", bytes);
-    QCOMPARE(decks::ReadEntries(Kind::Match, path), entries);
-    QVERIFY(fake.boxes.isEmpty());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.size(), qint64(bytes.size()));  // reading never touches the file
 }
 
 void TestDecks::unreadableFileIsTheCallersFailure_data()

@@ -17,7 +17,6 @@ private Q_SLOTS:
     void phraseFile_data();
     void phraseFile();
     void splitShowsBothHalves();
-    void deckStopsAtItsLimit();
 };
 
 void TestQuestionRules::matchFile_data()
@@ -100,16 +99,6 @@ void TestQuestionRules::splitShowsBothHalves()
     const auto halves = questions::splitMatch("ONCE IN A," + U19 + " MOON");
     QCOMPARE(halves.left, QStringLiteral("ONCE IN A"));
     QCOMPARE(halves.right, U19 + " MOON");
-}
-
-void TestQuestionRules::deckStopsAtItsLimit()
-{
-    QStringList lines;
-    for (int i = 0; i < questions::MaxDeckEntries + 50; ++i)
-        lines.append(QStringLiteral("Word%1x Blank").arg(i));
-    const QStringList entries = questions::acceptLines(Kind::Match, lines);
-    QCOMPARE(entries.size(), questions::MaxDeckEntries);
-    QCOMPARE(entries.last(), QStringLiteral("WORD%1X,").arg(questions::MaxDeckEntries - 1) + U19);
 }
 
 TANDREL_TEST_MAIN(TestQuestionRules)
