@@ -13,7 +13,6 @@
 #include "ui_frmHowTo.h"
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 #include <QTextEdit>
 #include <unistd.h>
 
@@ -53,17 +52,10 @@ void makeFile(const QString &entry, const QString &path)
     }
 }
 
-// What the host saw: a report as its routine and number, another message as
-// its title, or nothing.
+// What the host saw first, or nothing.
 QString shown(const FakePlatform &fake)
 {
-    if (fake.boxes.isEmpty())
-        return {};
-    const ShownBox &box = fake.boxes.first();
-    static const QRegularExpression report(
-        QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
-    const QRegularExpressionMatch m = report.match(box.text);
-    return m.hasMatch() ? m.captured(1) + QLatin1Char(' ') + m.captured(2) : box.title;
+    return fake.boxesShown().value(0);
 }
 
 // The bytes of a file as they were before a reader looked at it (nothing

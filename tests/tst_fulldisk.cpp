@@ -92,19 +92,6 @@ private:
     rlimit m_oldLimit{RLIM_INFINITY, RLIM_INFINITY};
 };
 
-// The reports shown, as "label number".
-QStringList reports(const FakePlatform &fake)
-{
-    static const QRegularExpression report(
-        QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
-    QStringList shown;
-    for (const ShownBox &box : fake.boxes) {
-        const QRegularExpressionMatch m = report.match(box.text);
-        shown << (m.hasMatch() ? m.captured(1) + QLatin1Char(' ') + m.captured(2) : box.title);
-    }
-    return shown;
-}
-
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
@@ -167,7 +154,7 @@ void TestFullDisk::failedSaveKeepsTextAndOldFile()
     fake.answers = {platform::mb::Yes};  // overwrite the old file
     editor->ui()->clkSave->click();
 
-    const QStringList shown = reports(fake);
+    const QStringList shown = fake.boxesShown();
     const QStringList saveReports = shown.filter(QRegularExpression(QStringLiteral("^clkSave_Click ")));
     QCOMPARE(saveReports.size(), 1);
     const int number = saveReports.first().section(QLatin1Char(' '), 1).toInt();
@@ -199,7 +186,7 @@ void TestFullDisk::logThatTakesNoWritesFailsEachRecordOnce()
     Globals::WriteLogInfo(QStringLiteral("second"));
     Globals::WriteLogInfo(QStringLiteral("third"));
     Globals::Guarded("clkNext_Click", [] { platform::raise(6); });
-    QCOMPARE(reports(fake), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
+    QCOMPARE(fake.boxesShown(), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
     QCOMPARE(fake.logTexts(), QStringList{"first"});
 }
 

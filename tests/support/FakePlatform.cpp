@@ -3,6 +3,7 @@
 #include "shell/Globals.h"
 #include <QDialog>
 #include <QFile>
+#include <QRegularExpression>
 
 namespace {
 class RecordingPlayer final : public platform::MediaPlayer {
@@ -33,6 +34,18 @@ FakePlatform::~FakePlatform()
 {
     platform::install(m_previous);
     Globals::ResetLogForTests();
+}
+
+QStringList FakePlatform::boxesShown() const
+{
+    static const QRegularExpression report(
+        QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
+    QStringList shown;
+    for (const ShownBox &box : boxes) {
+        const QRegularExpressionMatch m = report.match(box.text);
+        shown << (m.hasMatch() ? m.captured(1) + QLatin1Char(' ') + m.captured(2) : box.title);
+    }
+    return shown;
 }
 
 QStringList FakePlatform::boxTitles() const

@@ -33,6 +33,9 @@ public:
     // Called as each box is shown, before it is answered.
     std::function<void(const ShownBox &)> onBox;
     QStringList boxTitles() const;
+    // Each box as the host reads it: a failure report as its routine and
+    // number ("clkSave_Click 61"), any other box as its title.
+    QStringList boxesShown() const;
     // Modal windows: the handler answers them; by default they are closed at once.
     std::function<int(QDialog &)> onModal;
     QStringList modalsShown;
