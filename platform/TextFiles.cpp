@@ -6,7 +6,12 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace platform {
@@ -258,31 +263,108 @@ QString readWhole(const QString &path)
     return decodeText(bytes);
 }
 
-namespace {
-// Writes a whole file through a temporary one that replaces it at the end.
-// With inPlace, a folder that takes no new files lets the file itself be
-// rewritten instead (only for the log: it may lose its old text, never a
-// question file).
-void replaceFile(const QString &path, const QByteArray &bytes, bool inPlace)
+QString unfinishedSaveName(const QString &path)
 {
-    const QString real = onDisk(path);
-    if (QFileInfo(real).isDir())
-        raise(err::PathFileAccess);
-    QSaveFile file(real);
-    file.setDirectWriteFallback(inPlace);
-    if (!file.open(QIODevice::WriteOnly))
-        raise(openFailureNumber(real, Access::Replace), file.errorString());
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
-        raise(err::DiskFull, file.errorString());
+    const QFileInfo info(path);
+    return info.dir().filePath(QLatin1Char('.') + info.fileName() + QStringLiteral(".saving"));
+}
+
+void tidyUnfinishedSaves(const QString &folder)
+{
+    const QDir dir(folder);
+    for (const QString &name : dir.entryList({QStringLiteral(".*.saving")}, QDir::Files | QDir::Hidden))
+        QFile::remove(dir.filePath(name));
+}
+
+namespace {
+// Writes the bytes into a file with no name yet (O_TMPFILE), names it with
+// its unfinished-save name only once it is whole and on disk, then renames
+// it over the old file. A crash before the rename leaves the old file; only
+// in the moment between naming and renaming can it leave the unfinished
+// save beside it, which the next save or start removes. File systems
+// without unnamed files get the named file from the start.
+void replaceAtomically(const QString &real, const QByteArray &bytes)
+{
+    const QFileInfo info(real);
+    if (!info.dir().exists())
+        raise(err::PathNotFound);
+    const QByteArray target = QFile::encodeName(real);
+    const QByteArray temp = QFile::encodeName(unfinishedSaveName(real));
+    ::unlink(temp.constData());  // left by a save that was cut off
+    struct stat old {};
+    const bool replacing = ::stat(target.constData(), &old) == 0;
+    int fd = ::open(QFile::encodeName(info.absolutePath()).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+    const bool named = fd < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL);
+    if (named)
+        fd = ::open(temp.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    if (fd < 0)
+        raise(openFailureNumber(real, Access::Replace), QString::fromLocal8Bit(std::strerror(errno)));
+    auto fail = [&](int number) {
+        const QString why = QString::fromLocal8Bit(std::strerror(errno));
+        ::close(fd);
+        if (named)
+            ::unlink(temp.constData());
+        raise(number, why);
+    };
+    if (replacing)
+        ::fchmod(fd, old.st_mode & 07777);  // the host's permissions stay
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t n = ::write(fd, bytes.constData() + done, size_t(bytes.size() - done));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            fail(err::DiskFull);
+        done += n;
     }
     if (commitHook()) {
         try {
             commitHook()(real);
         } catch (...) {
-            file.cancelWriting();
+            ::close(fd);
+            if (named)
+                ::unlink(temp.constData());
             throw;
         }
+    }
+    if (::fsync(fd) != 0)
+        fail(err::DiskFull);
+    if (!named) {
+        const QByteArray self = "/proc/self/fd/" + QByteArray::number(fd);
+        if (::linkat(AT_FDCWD, self.constData(), AT_FDCWD, temp.constData(), AT_SYMLINK_FOLLOW) != 0)
+            fail(err::PathFileAccess);
+    }
+    ::close(fd);
+    if (::rename(temp.constData(), target.constData()) != 0) {
+        const QString why = QString::fromLocal8Bit(std::strerror(errno));
+        ::unlink(temp.constData());
+        raise(err::PathFileAccess, why);
+    }
+    const int dirFd = ::open(QFile::encodeName(info.absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dirFd >= 0) {  // the rename itself reaches the disk
+        ::fsync(dirFd);
+        ::close(dirFd);
+    }
+}
+
+// Writes a whole file so that it is either the old one or the new one. With
+// inPlace (only for the log: it may lose its old text, never a question
+// file), a folder that takes no new files lets the file itself be rewritten.
+void replaceFile(const QString &path, const QByteArray &bytes, bool inPlace)
+{
+    const QString real = onDisk(path);
+    if (QFileInfo(real).isDir())
+        raise(err::PathFileAccess);
+    if (!inPlace) {
+        replaceAtomically(real, bytes);
+        return;
+    }
+    QSaveFile file(real);
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly))
+        raise(openFailureNumber(real, Access::Replace), file.errorString());
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        raise(err::DiskFull, file.errorString());
     }
     if (!file.commit())
         raise(file.error() == QFileDevice::WriteError ? err::DiskFull : err::PathFileAccess, file.errorString());

@@ -70,6 +70,13 @@ QString readWhole(const QString &path);
 // either the old file or the new one, whole.
 void writeWhole(const QString &path, const QString &text);
 
+// The hidden name a save of this file is written under just before it takes
+// the file's place (".TandrelLines.txt.saving"). Only a crash at that very
+// moment leaves such a file; removing it loses nothing that was saved.
+QString unfinishedSaveName(const QString &path);
+// Removes what saves cut off by a crash left in a folder.
+void tidyUnfinishedSaves(const QString &folder);
+
 // Copies a file byte for byte; the copy replaces its target as safely.
 void copyWhole(const QString &from, const QString &to);
 

@@ -113,6 +113,10 @@ void frmTandrel::Form_Load()
         [&] { m_ui->SSTab1->setCurrentIndex(0); },
         [&] { TimerTime = platform::toInt16(m_ui->txtTimer->text()); },
         [&] { mediaSetUp(); },
+        [&] {  // what saves cut off by a crash left (the files themselves are whole)
+            for (const char *folder : {".", "BackUps"})
+                platform::tidyUnfinishedSaves(platform::programPath(QString::fromLatin1(folder)));
+        },
         [&] {
             PhraseGameInProgress = false;
             MatchGameInProgress = false;

@@ -1,6 +1,8 @@
 // A file being saved is killed at random moments: afterwards it is always
 // the old content or the new one, whole, and nothing else is left beside it.
+#include "GameWindow.h"
 #include "TestMain.h"
+#include "platform/TextFiles.h"
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -22,6 +24,7 @@ class TestCrashSafety : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void killedSaveLeavesAWholeFile();
+    void nextStartRemovesUnfinishedSaves();
 };
 
 void TestCrashSafety::killedSaveLeavesAWholeFile()
@@ -50,11 +53,36 @@ void TestCrashSafety::killedSaveLeavesAWholeFile()
         QVERIFY2(now == versions[0] || now == versions[1],
                  qPrintable(QStringLiteral("trial %1: %2 bytes, neither version").arg(trial).arg(now.size())));
         sawNew += now == versions[1];
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
-                 QStringList{"TandrelLines.txt"});
+        // A kill between naming the new file and renaming it leaves it, whole,
+        // under its unfinished-save name; the next start removes it.
+        const QString unfinished = platform::unfinishedSaveName(path);
+        if (QFile::exists(unfinished)) {
+            QFile u(unfinished);
+            QVERIFY(u.open(QIODevice::ReadOnly));
+            const QByteArray whole = u.readAll();
+            QVERIFY(whole == versions[0] || whole == versions[1]);
+            platform::tidyUnfinishedSaves(dir.path());
+        }
+        const QStringList left = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
+        QVERIFY2(left == QStringList{"TandrelLines.txt"}, qPrintable(left.join(QLatin1String(", "))));
     }
     // The kills did land during saves of both kinds.
     QVERIFY(sawNew > 0 && sawNew < 100);
+}
+
+void TestCrashSafety::nextStartRemovesUnfinishedSaves()
+{
+    GameWindow before(0, 0);
+    before.fake.writeFile(QStringLiteral(".TandrelLines.txt.saving"), "cut off");
+    QDir(before.fake.dir).mkdir(QStringLiteral("BackUps"));
+    before.fake.writeFile(QStringLiteral("BackUps/.Tandrel.cfg.saving"), "cut off");
+    before.fake.writeFile(QStringLiteral("BackUps/TandrelLines_old.txt"), "kept");
+    frmTandrel next;
+    next.Form_Load();
+    QCOMPARE(QDir(before.fake.dir).entryList(QDir::Files | QDir::Hidden).filter(QStringLiteral(".saving")),
+             QStringList());
+    QCOMPARE(QDir(before.fake.path(QStringLiteral("BackUps"))).entryList(QDir::Files | QDir::Hidden),
+             QStringList{"TandrelLines_old.txt"});
 }
 
 TANDREL_TEST_MAIN(TestCrashSafety)
