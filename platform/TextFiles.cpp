@@ -299,11 +299,14 @@ void replaceAtomically(const QString &real, const QByteArray &bytes)
         fd = ::open(temp.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
     if (fd < 0)
         raise(openFailureNumber(real, Access::Replace), QString::fromLocal8Bit(std::strerror(errno)));
-    auto fail = [&](int number) {
-        const QString why = QString::fromLocal8Bit(std::strerror(errno));
+    auto discard = [&] {
         ::close(fd);
         if (named)
             ::unlink(temp.constData());
+    };
+    auto fail = [&](int number) {
+        const QString why = QString::fromLocal8Bit(std::strerror(errno));
+        discard();
         raise(number, why);
     };
     if (replacing)
@@ -320,9 +323,7 @@ void replaceAtomically(const QString &real, const QByteArray &bytes)
         try {
             commitHook()(real);
         } catch (...) {
-            ::close(fd);
-            if (named)
-                ::unlink(temp.constData());
+            discard();
             throw;
         }
     }

@@ -1,14 +1,12 @@
 // Damaged, foreign, huge and unreadable files given to every reader of
 // hand-edited text: what the host sees, and that the file is left as it was.
 #include "GameWindow.h"
+#include "EditorWindows.h"
 #include "TestMain.h"
 #include "core/Decks.h"
 #include "files/ConfigFile.h"
-#include "files/frmEdit.h"
-#include "files/frmEditQuestions.h"
 #include "platform/TextFiles.h"
 #include "shell/frmHowTo.h"
-#include "ui_frmEdit.h"
 #include "ui_frmEditQuestions.h"
 #include "ui_frmHowTo.h"
 #include <QDir>
@@ -56,14 +54,6 @@ void makeFile(const QString &entry, const QString &path)
 QString shown(const FakePlatform &fake)
 {
     return fake.boxesShown().value(0);
-}
-
-// The bytes of a file as they were before a reader looked at it (nothing
-// for a folder, a link loop or a file that cannot be read).
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 // What each reader shows for each entry of the catalogue (README's table).
@@ -114,9 +104,10 @@ void checkDeck(bool match)
     if (unreadableAsRoot(entry))
         QSKIP("root reads any file");
     GameWindow g(0, 0);
-    const QString path = g.fake.path(match ? decks::MatchFileName : decks::PhraseFileName);
+    const QString name = match ? decks::MatchFileName : decks::PhraseFileName;
+    const QString path = g.fake.path(name);
     makeFile(entry, path);
-    const QByteArray before = bytesOf(path);
+    const QByteArray before = g.fake.fileBytes(name);
     if (match)
         g.w().clkStart_Click();
     else
@@ -124,7 +115,7 @@ void checkDeck(bool match)
     const QStringList &deck = match ? g.w().MatchDeck : g.w().PhraseDeck;
     const QString message = shown(g.fake);
     QCOMPARE(message.isEmpty() ? QString::number(deck.size()) : message, expected);
-    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(g.fake.fileBytes(name), before);
     for (const QString &question : deck)
         QVERIFY2(!question.contains(QChar(0xFEFF)), "a byte order mark reached a question");
 }
@@ -153,13 +144,14 @@ void TestBadInput::configurationNeverStopsTheStart()
     if (unreadableAsRoot(entry))
         QSKIP("root reads any file");
     FakePlatform fake;
-    const QString path = fake.path(config::FileName);
+    const QString name = config::FileName;
+    const QString path = fake.path(name);
     makeFile(entry, path);
-    const QByteArray before = bytesOf(path);
+    const QByteArray before = fake.fileBytes(name);
     frmTandrel window;
     window.Form_Load();
     QCOMPARE(shown(fake), expected);
-    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(fake.fileBytes(name), before);
 }
 
 void TestBadInput::editorShowsOrRefuses()
@@ -170,19 +162,18 @@ void TestBadInput::editorShowsOrRefuses()
         QSKIP("root reads any file");
     FakePlatform fake;
     frmTandrel main;
-    const QString path = fake.path(decks::MatchFileName);
+    const QString name = decks::MatchFileName;
+    const QString path = fake.path(name);
     makeFile(entry, path);
-    const QByteArray before = bytesOf(path);
-    main.clkEdit_Click();
-    qobject_cast<frmEdit *>(platform::loadedWindow(QStringLiteral("frmEdit")))->ui()->clkEditMatches->click();
-    auto *editor = qobject_cast<frmEditQuestions *>(platform::loadedWindow(QStringLiteral("frmEditMatches")));
+    const QByteArray before = fake.fileBytes(name);
+    frmEditQuestions *editor = openEditor(main, true);
     QVERIFY(editor);
     const QString message = shown(fake);
     QCOMPARE(message.isEmpty() ? QStringLiteral("shown") : message, expected);
     QString text = platform::decodeText(before);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
     QCOMPARE(editor->ui()->rtb1->toPlainText(), message.isEmpty() ? text : QString());
-    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(fake.fileBytes(name), before);
     editor->close();
 }
 
@@ -193,9 +184,10 @@ void TestBadInput::rulesViewerShowsOrRefuses()
     if (unreadableAsRoot(entry))
         QSKIP("root reads any file");
     GameWindow g;
-    const QString path = g.fake.path(QStringLiteral("HowToPlayTandrel.rtf"));
+    const QString name = QStringLiteral("HowToPlayTandrel.rtf");
+    const QString path = g.fake.path(name);
     makeFile(entry, path);
-    const QByteArray before = bytesOf(path);
+    const QByteArray before = g.fake.fileBytes(name);
     g.ui()->clkHowToPlay->click();
     const QString message = shown(g.fake);
     QCOMPARE(message.isEmpty() ? QStringLiteral("shown") : message, expected);
@@ -204,7 +196,7 @@ void TestBadInput::rulesViewerShowsOrRefuses()
         QVERIFY(viewer && viewer->ui()->rtb1->toPlainText().size() <= before.size() + 1);
     else if (viewer)
         QCOMPARE(viewer->ui()->rtb1->toPlainText(), QString());
-    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(g.fake.fileBytes(name), before);
     if (viewer)
         viewer->close();
 }

@@ -1,5 +1,6 @@
 // The question file editors, driven through their buttons the way a host
 // uses them: what they ask, what the box shows, and what reaches the disk.
+#include "EditorWindows.h"
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "core/Decks.h"
@@ -25,18 +26,8 @@ struct Editors {
     FakePlatform fake;
     std::unique_ptr<frmTandrel> main = std::make_unique<frmTandrel>();
 
-    frmEdit *chooser()
-    {
-        main->clkEdit_Click();
-        return qobject_cast<frmEdit *>(platform::loadedWindow(QStringLiteral("frmEdit")));
-    }
-    frmEditQuestions *open(bool matches)
-    {
-        frmEdit *c = chooser();
-        (matches ? c->ui()->clkEditMatches : c->ui()->clkEditPhrases)->click();
-        return qobject_cast<frmEditQuestions *>(
-            platform::loadedWindow(matches ? QStringLiteral("frmEditMatches") : QStringLiteral("frmEditPhrases")));
-    }
+    frmEdit *chooser() { return openChooser(*main); }
+    frmEditQuestions *open(bool matches) { return openEditor(*main, matches); }
     // Every file but the log.
     QStringList folder() const
     {

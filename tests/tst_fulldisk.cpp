@@ -2,14 +2,12 @@
 // (read-only): saving from an editor reports the failure, keeps the text in
 // the box and leaves the old file whole; the log fails once per record.
 #include "FakePlatform.h"
+#include "EditorWindows.h"
 #include "TestMain.h"
 #include "core/Decks.h"
-#include "files/frmEdit.h"
 #include "platform/Errors.h"
-#include "files/frmEditQuestions.h"
 #include "shell/Globals.h"
 #include "shell/frmTandrel.h"
-#include "ui_frmEdit.h"
 #include "ui_frmEditQuestions.h"
 #include <QDir>
 #include <QFile>
@@ -92,12 +90,6 @@ private:
     rlimit m_oldLimit{RLIM_INFINITY, RLIM_INFINITY};
 };
 
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QString manyQuestions()
 {
     QString text;
@@ -137,9 +129,7 @@ void TestFullDisk::failedSaveKeepsTextAndOldFile()
     if (fileExists)
         fake.writeFile(decks::MatchFileName, old);
     frmTandrel main;
-    main.clkEdit_Click();
-    qobject_cast<frmEdit *>(platform::loadedWindow(QStringLiteral("frmEdit")))->ui()->clkEditMatches->click();
-    auto *editor = qobject_cast<frmEditQuestions *>(platform::loadedWindow(QStringLiteral("frmEditMatches")));
+    frmEditQuestions *editor = openEditor(main, true);
     QVERIFY(editor);
     const QString text = manyQuestions();
     editor->ui()->rtb1->setPlainText(text);
@@ -167,7 +157,7 @@ void TestFullDisk::failedSaveKeepsTextAndOldFile()
                  qPrintable(other));
     QVERIFY(shown.filter(QRegularExpression(QStringLiteral("^WriteLogInfo "))).size() <= 1);
     QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
-    QCOMPARE(bytesOf(path), fileExists ? old : QByteArray());
+    QCOMPARE(fake.fileBytes(decks::MatchFileName), fileExists ? old : QByteArray());
     QCOMPARE(QFile::exists(path), fileExists);
     QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
     editor->close();
