@@ -5,6 +5,7 @@
 //   bench_startup drift [seconds]
 #include "shell/frmSplash.h"
 #include "shell/frmTandrel.h"
+#include "timing/Countdown.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QElapsedTimer>
@@ -116,12 +117,12 @@ int drift(int argc, char **argv, int seconds)
     QApplication app(argc, argv);
     frmTandrel window;
     window.Form_Load();
-    window.TimerTime = qint16(seconds);
+    window.countdown().setLength(qint16(seconds));
     window.selectOption(window.OptTimer[0]);
     QElapsedTimer clock;
     double worst = 0;
     int ticks = 0;
-    QObject::connect(window.Timer1, &QTimer::timeout, &window, [&] {
+    QObject::connect(window.countdown().timer(), &QTimer::timeout, &window, [&] {
         // Runs after the tick handler: the count just moved on.
         ++ticks;
         const double late = clock.nsecsElapsed() / 1e6 - ticks * 1000.0;

@@ -1,7 +1,7 @@
 #include "core/Decks.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 
 namespace decks {
 

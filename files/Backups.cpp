@@ -1,19 +1,16 @@
-// The backup folder beside the program and the update check that fills it.
+// The backup folder beside the program, its write test and the stamped copies.
+#include "files/Backups.h"
 #include "core/Decks.h"
+#include "platform/Globals.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
-#include "shell/Links.h"
-#include "shell/frmTandrel.h"
-#include "ui_frmTandrel.h"
-
-#include <QAbstractButton>
 
 using Globals::Guard;
 using Globals::Guarded;
 
+namespace backups {
+
 namespace {
-const QString BackUps = QStringLiteral("BackUps");
 
 // The advice a host gets when the program folder takes no new files.
 Guard folderGuard(const char *label, const QString &trying, const QString &permission)
@@ -39,14 +36,7 @@ Guard folderGuard(const char *label, const QString &trying, const QString &permi
 }
 }  // namespace
 
-void frmTandrel::connectFiles()
-{
-    connect(m_ui->clkConfig, &QAbstractButton::clicked, this, &frmTandrel::clkConfig_Click);
-    connect(m_ui->clkEdit, &QAbstractButton::clicked, this, &frmTandrel::clkEdit_Click);
-    connect(m_ui->clkUpdate, &QAbstractButton::clicked, this, &frmTandrel::clkUpdate_Click);
-}
-
-bool frmTandrel::createDirs(const QString &dirName)
+bool createDirs(const QString &dirName)
 {
     const QString path = platform::programPath(dirName);
     const QString dir = platform::shownPath(platform::app().programDir());
@@ -61,7 +51,7 @@ bool frmTandrel::createDirs(const QString &dirName)
     return made;
 }
 
-bool frmTandrel::testFileWrite(const QString &dirName)
+bool testFileWrite(const QString &dirName)
 {
     const QString folder = platform::shownPath(platform::programPath(dirName));
     bool written = false;
@@ -76,38 +66,22 @@ bool frmTandrel::testFileWrite(const QString &dirName)
     return written;
 }
 
-void frmTandrel::saveOldFiles()
+void saveOldFiles()
 {
     Guarded("saveOldFiles", [&] {
         QString stamp = platform::nowText();
         for (const QChar c : {QLatin1Char(' '), QLatin1Char(':'), QLatin1Char('/')})
             stamp.replace(c, QLatin1Char('_'));
-        platform::makeFolder(platform::programPath(BackUps));
+        platform::makeFolder(platform::programPath(FolderName));
         for (const QString &name : {decks::MatchFileName, decks::PhraseFileName}) {
             const QString path = platform::programPath(name);
             if (!platform::fileExists(path))
                 continue;
-            const QString backup = BackUps + QLatin1Char('/') + name.chopped(4) + QLatin1Char('_') + stamp
+            const QString backup = FolderName + QLatin1Char('/') + name.chopped(4) + QLatin1Char('_') + stamp
                                    + QStringLiteral(".txt");
             platform::copyWhole(path, platform::programPath(backup));
         }
     });
 }
 
-void frmTandrel::clkUpdate_Click()
-{
-    Guarded("clkUpdate_Click", [&] {
-        if (!createDirs(BackUps) || !testFileWrite(BackUps))
-            return;
-        const QString exe = platform::app().exeName();
-        const QString question = QStringLiteral("The current version of ") + exe + QStringLiteral(" software is ")
-                                 + platform::app().version().text() + QStringLiteral("\r\n\r\n")
-                                 + QStringLiteral("Would you like to check for a ") + exe
-                                 + QStringLiteral(" software update?");
-        if (platform::msgBox(question, platform::mb::YesNoCancel, QStringLiteral("Check For Update?"))
-            != platform::mb::Yes)
-            return;
-        saveOldFiles();
-        platform::shell().openUrl(links::UpdatePage);
-    });
-}
+}  // namespace backups

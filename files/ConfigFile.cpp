@@ -2,6 +2,7 @@
 #include "files/ConfigFile.h"
 #include "core/QuestionRules.h"
 #include "platform/Numeric.h"
+#include "platform/TextFiles.h"
 
 namespace config {
 
@@ -70,6 +71,26 @@ std::optional<Setting> readLine(const QString &rawLine)
     if (on < 0)
         return std::nullopt;
     return Setting{which, on, value};
+}
+
+void readSettings(const QString &path, const std::function<void(const Setting &)> &apply)
+{
+    if (!platform::fileExists(path))
+        return;
+    platform::readLines(path, [&](const QString &line) {
+        if (const std::optional<Setting> setting = readLine(line))
+            apply(*setting);
+        return true;
+    });
+}
+
+std::optional<bool> rowSaysYes(const QString &row)
+{
+    if (row == QLatin1String("Yes"))
+        return true;
+    if (row == QLatin1String("No"))
+        return false;
+    return std::nullopt;
 }
 
 }  // namespace config

@@ -2,6 +2,7 @@
 // The configuration file beside the program: five timer and sound settings,
 // read once at start-up and written whole by the configuration dialog.
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace config {
@@ -34,5 +35,12 @@ std::optional<Setting> readLine(const QString &rawLine);
 
 // The whole file as the dialog writes it, CR LF after every line.
 QString fileText(const Choices &choices);
+
+// Hands each accepted setting of the file at path to apply, in file order;
+// a missing file holds none.
+void readSettings(const QString &path, const std::function<void(const Setting &)> &apply);
+
+// A dialog row's "Yes" or "No"; nothing for any other text.
+std::optional<bool> rowSaysYes(const QString &row);
 
 }  // namespace config

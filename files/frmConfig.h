@@ -1,27 +1,30 @@
 #pragma once
-// The configuration dialog: the five timer and sound settings, shown from the
-// main window's state, applied to it and written to the file on Save.
-#include "shell/LoggedWindow.h"
+// The configuration dialog: the five timer and sound settings, shown as they
+// are, handed back to be applied and written to the file on Save.
+#include "files/ConfigFile.h"
+#include "platform/LoggedWindow.h"
+#include <functional>
 
 namespace Ui {
 class frmConfig;
 }
-class frmTandrel;
 
 class frmConfig : public LoggedDialog {
     Q_OBJECT
 public:
-    explicit frmConfig(frmTandrel &main);
+    using Apply = std::function<void(const config::Choices &)>;
+    // current: the settings to show; apply: puts the chosen ones in force.
+    frmConfig(QWidget *parent, const config::Choices &current, Apply apply);
     ~frmConfig() override;
 
     Ui::frmConfig *ui() const { return m_ui; }
 
-    // Fills the rows; the timer length comes from the main window's Tag.
     void Form_Load();
     void clkSave_Click();
     void clkExit_Click();
 
 private:
     Ui::frmConfig *m_ui;
-    frmTandrel &m_main;
+    config::Choices m_current;
+    Apply m_apply;
 };

@@ -1,7 +1,6 @@
 #include "files/frmEdit.h"
 #include "files/frmEditQuestions.h"
-#include "shell/Globals.h"
-#include "shell/frmTandrel.h"
+#include "platform/Globals.h"
 #include "ui_frmEdit.h"
 
 using Globals::Guarded;
@@ -38,11 +37,4 @@ void frmEdit::clkEditMatches_Click()
 void frmEdit::clkEditPhrases_Click()
 {
     Guarded("clkEditPhrases_Click", [&] { showEditor(EditorWords::phrases(), parentWidget()); });
-}
-
-void frmTandrel::clkEdit_Click()
-{
-    Guarded("clkEdit_Click", [&] {
-        LoggedWindow::showOnce<frmEdit>(QStringLiteral("frmEdit"), [&] { return new frmEdit(this); });
-    });
 }

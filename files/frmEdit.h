@@ -1,6 +1,6 @@
 #pragma once
 // The editors' chooser: one button per question file.
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 
 namespace Ui {
 class frmEdit;

@@ -3,7 +3,7 @@
 #include "core/QuestionRules.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "ui_frmEditQuestions.h"
 
 using Globals::Guarded;

@@ -2,7 +2,7 @@
 // The question file editors: the whole file as plain text in one box, with
 // Load, Save and Close. The match-line editor and the phrase editor are this
 // one window with different words.
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 
 namespace Ui {
 class frmEditQuestions;

@@ -2,7 +2,7 @@
 // stands for the part that plays its role (see platform/MediaFormats.h); the
 // log lines keep the names a host may know from the program's other versions.
 #include "platform/Services.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "shell/frmSplash.h"
 
 using Globals::WriteLogInfo;

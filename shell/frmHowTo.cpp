@@ -2,7 +2,7 @@
 #include "platform/Errors.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "shell/RtfReader.h"
 #include "ui_frmHowTo.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 // The rules viewer: the rules document beside the program, read-only.
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 
 namespace Ui {
 class frmHowTo;

@@ -1,7 +1,7 @@
 #include "shell/frmSplash.h"
 #include "platform/Errors.h"
 #include "platform/Services.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "shell/Links.h"
 #include "shell/Look.h"
 #include "shell/frmTandrel.h"

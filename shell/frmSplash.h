@@ -2,7 +2,7 @@
 // The window shown at start: logs the banner, checks the components once,
 // puts the program's look on every window and, a second later, opens the
 // main window. Loaded again with its timer stopped, it is the About window.
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 #include <array>
 
 namespace Ui {

@@ -1,22 +1,27 @@
 #include "shell/frmTandrel.h"
+#include "timing/Countdown.h"
+#include "timing/Sound.h"
 #include "core/Decks.h"
 #include "platform/Numeric.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
 #include <QShortcut>
-#include <QTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QToolButton>
 
 using Globals::Guard;
 using Globals::Guarded;
 using Globals::WriteLogInfo;
 
 frmTandrel::frmTandrel(QWidget *parent)
-    : QWidget(parent), m_ui(new Ui::frmTandrel)
+    : QWidget(parent), m_ui(new Ui::frmTandrel), m_sound(std::make_unique<Sound>())
 {
     m_ui->setupUi(this);
     // The layout is fixed: whatever the window manager does, nothing moves.
@@ -40,20 +45,13 @@ frmTandrel::frmTandrel(QWidget *parent)
     }
     for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
         label->setProperty("designPointSize", label->font().pointSizeF());
-
-    Timer1 = new QTimer(this);
-    Timer1->setObjectName(QStringLiteral("Timer1"));
-    Timer1->setInterval(1000);
-    Timer1->setTimerType(Qt::PreciseTimer);  // a two-minute count must not drift
-
-    wmp1 = platform::media().createPlayer(QStringLiteral("wmp1"));
-    wmp2 = platform::media().createPlayer(QStringLiteral("wmp2"));
+    m_tabs = {Tab{&MatchWords, {lblName[0], lblName[1]}, m_ui->clkStatusMatch, m_ui->clkNext, m_ui->clkPrev},
+              Tab{&PhraseWords, {m_ui->lblPhrase}, m_ui->clkStatusPhrase, m_ui->clkNextPhrase, m_ui->clkPrevPhrase}};
+    m_countdown = new Countdown(*m_sound, this);
 
     connectGame();
     connectPanel();
-    connectCountdown();
-    connectSound();
-    connectFiles();
+    connectSettings();
     connectLinks();
     // Ctrl+Q ends the program as the close box does, exit question included.
     connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
@@ -101,25 +99,18 @@ void frmTandrel::Form_Load()
             m_ui->cmbScoreToWin->addItems({"5", "10", "15", "20", "25", "30"});
             m_ui->cmbScoreToWin->setCurrentText(QStringLiteral("10"));
         },
-        [&] {
-            m_ui->clkRound->setText(QStringLiteral("Round 1"));
-            RoundNumber = 1;
-        },
+        [&] { m_ui->clkRound->setText(QStringLiteral("Round ") + QString::number(m_game.round())); },
         [&] {
             m_ui->cmbNumPlayers->clear();
             m_ui->cmbNumPlayers->addItems({"2", "3", "4", "5", "6", "7", "8", "9", "10"});
             m_ui->cmbNumPlayers->setCurrentText(QStringLiteral("2"));
         },
         [&] { m_ui->SSTab1->setCurrentIndex(0); },
-        [&] { TimerTime = platform::toInt16(m_ui->txtTimer->text()); },
-        [&] { mediaSetUp(); },
+        [&] { m_countdown->takeLengthFromDisplay(); },
+        [&] { m_sound->setUp(); },
         [&] {  // what saves cut off by a crash left (the files themselves are whole)
             for (const char *folder : {".", "BackUps"})
                 platform::tidyUnfinishedSaves(platform::programPath(QString::fromLatin1(folder)));
-        },
-        [&] {
-            PhraseGameInProgress = false;
-            MatchGameInProgress = false;
         },
         [&] {
             if (!platform::fileExists(platform::programPath(QStringLiteral("tandrelPhrases.txt"))))
@@ -138,11 +129,11 @@ void frmTandrel::Form_Load()
         [&] {
             if (!questionFileFound)
                 return;
-            TimerTime = 30;
-            m_ui->txtTimer->setText(QStringLiteral("30"));
+            m_countdown->setLength(30);
+            m_countdown->setDisplay(QStringLiteral("30"));
             selectOption(OptTimer[1]);
             selectOption(optSound[1]);
-            wmp1->stop();
+            m_sound->stopMusic();
         },
         [&] { readInConfigFile(); },
     });
@@ -166,11 +157,6 @@ void frmTandrel::fitText(QLabel *label)
 void frmTandrel::setProgramTitle()
 {
     setWindowTitle(platform::app().exeName());
-}
-
-void frmTandrel::setReloadingTitle()
-{
-    setWindowTitle(platform::app().exeName() + QStringLiteral(" is reloading and randomly sorting Tandrels..."));
 }
 
 void frmTandrel::closeOtherWindows()
@@ -202,7 +188,7 @@ void frmTandrel::closeEvent(QCloseEvent *event)
             return;  // No and Cancel change nothing
         }
         m_ending = true;
-        Timer1->stop();
+        m_countdown->pause();
         event->accept();
         QCoreApplication::exit(0);
     });

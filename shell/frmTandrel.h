@@ -1,20 +1,16 @@
 #pragma once
-// The window in which the game is played. All game state lives here for the
-// whole run; its handlers are written in the folders of their subsystems:
-//   core/GameState.cpp    players, scores, turn, rounds, the end of a game
-//   core/MatchRound.cpp   the match-line tab
-//   core/PhraseRound.cpp  the phrase tab
-//   core/PlayerPanel.cpp  the lists, giving the turn, keyboard paging
-//   timing/Countdown.cpp  the countdown
-//   timing/Sound.cpp      music, buzzer and volume
-//   files/ConfigFile.cpp  the configuration file
-//   files/frmConfig.cpp   the Config button
-//   files/frmEdit.cpp     the Edit button
-//   files/Backups.cpp     the backups and the Update button
-//   shell/HelpAndLinks.cpp the rules, About and the web pages
-//   shell/frmTandrel.cpp  the window itself: start-up and closing
+// The window in which the game is played. The game itself is a game::Game,
+// the countdown a Countdown, the music a Sound; this window turns the host's
+// clicks and keys into their operations and shows what they hold. Its
+// handlers keep the names under which their failures are reported:
+//   frmTandrel.cpp          start-up, closing, the questions on show
+//   frmTandrelGame.cpp      scores, the turn, both tabs (one code, two words)
+//   frmTandrelPanel.cpp     the two lists, giving the turn, keyboard paging
+//   frmTandrelSettings.cpp  countdown, sound, the configuration file and dialog
+//   frmTandrelLinks.cpp     editors, backups, rules, About and web pages
+#include "core/Game.h"
+#include "files/ConfigFile.h"
 #include <QHash>
-#include <QStringList>
 #include <QWidget>
 #include <array>
 #include <memory>
@@ -22,16 +18,16 @@
 namespace Ui {
 class frmTandrel;
 }
-namespace platform {
-class MediaPlayer;
-}
+class Countdown;
 class QAbstractButton;
 class QComboBox;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
 class QTimer;
 class QToolButton;
+class Sound;
 
 class frmTandrel : public QWidget {
     Q_OBJECT
@@ -40,8 +36,10 @@ public:
     ~frmTandrel() override;
 
     Ui::frmTandrel *ui() const { return m_ui.get(); }
+    const game::Game &game() const { return m_game; }
+    Countdown &countdown() const { return *m_countdown; }
 
-    // ---- The window (shell/frmTandrel.cpp) --------------------------------
+    // ---- The window ---------------------------------------------------------
     // Start-up: runs once, after the window is made and before it is shown.
     void Form_Load();
     // True once closing has been decided: the program is ending.
@@ -59,36 +57,16 @@ public:
 
     // Selects an option as the program does: its handler runs even when the
     // option was already selected.
-    void selectOption(QRadioButton *option);
+    static void selectOption(QRadioButton *option);
 
-    // ---- Players, scores, turn and rounds (core/GameState.cpp) -------------
     static constexpr QRgb HighlightColour = qRgb(255, 224, 192);
     static constexpr QRgb PlainColour = qRgb(201, 207, 214);
-    void paintRow(int row, bool current);
     QRgb rowColour(int row) const { return m_rowColour[size_t(row)]; }
-    // Every row plain, then the current player's row highlighted.
-    void paintTurn();
-    bool rowInPlay(int row) const;
 
-    qint16 CurrentPlayer = 0;
-    qint16 RoundNumber = 1;
-    bool AnotherRound = false;
-    bool DecksRestarted = false;
-    bool ReloadMatches = false;
-    bool ReloadPhrases = false;
-    bool MatchGameInProgress = false;
-    bool PhraseGameInProgress = false;
-
+    // ---- Scores, turn and both tabs ----------------------------------------
     void clkUp_Click(qint16 index);
     void clkDown_Click(qint16 index);
     void ChangePlayer(const QString &direction);
-
-    // ---- The decks and both tabs (core/MatchRound.cpp, core/PhraseRound.cpp)
-    QStringList MatchDeck, PhraseDeck;
-    qint16 MatchIndex = 0;
-    qint16 PhraseIndex = 0;
-    bool matchShown() const;
-    bool phraseShown() const;
 
     void clkStart_Click();
     void clkNext_Click();
@@ -99,14 +77,7 @@ public:
     void clkPrevPhrase_Click();
     void clkExitPhrase_Click();
 
-    // ---- The player panel and the keyboard (core/PlayerPanel.cpp) ----------
-    bool NumPlayersKeyed = false;
-    bool NumPlayersRestoring = false;
-    QString NumPlayersBefore;
-    bool ScoreToWinKeyed = false;
-    bool ScoreToWinRestoring = false;
-    qint16 ScoreToWinBefore = 0;
-
+    // ---- The player panel and the keyboard ---------------------------------
     void cmbNumPlayers_Click();
     void cmbNumPlayers_KeyDown(qint16 keyCode, int shift);
     void cmbScoreToWin_Click();
@@ -116,41 +87,24 @@ public:
     // The key codes the game knows, numbered as the program always has.
     enum KeyCode : qint16 { KeyPageUp = 33, KeyPageDown = 34, KeyLeft = 37, KeyUp = 38, KeyRight = 39, KeyDown = 40 };
     static qint16 keyCodeOf(int qtKey);
-    // The keyboard handler of a control, by its name ("txtPlayer_KeyDown"):
-    // passes the key to PageUpDown under that name's report.
-    void KeyDownHandler(const QString &handler, qint16 keyCode);
 
-    // ---- The countdown (timing/Countdown.cpp) ------------------------------
-    QTimer *Timer1 = nullptr;
-    qint16 TimerTime = 0;
+    // ---- Countdown, sound and settings -------------------------------------
     void CheckTimer();
     void Timer1_Timer();
     void OptTimer_Click(qint16 index);
     void cmdUpdateButton_Click();
     void SSTab1_Click(qint16 previousTab);
     void SSTab1_DblClick();
-
-    // ---- Music and buzzer (timing/Sound.cpp) -------------------------------
-    std::unique_ptr<platform::MediaPlayer> wmp1, wmp2;
-    void mediaSetUp();
     void optSound_Click(qint16 index);
     void hsc1_Change();
     void hsc1_Scroll();
-
-    // ---- Settings and files (files/) ---------------------------------------
     // Applies the configuration file beside the program, line by line.
     void readInConfigFile();
     void clkConfig_Click();
+
+    // ---- Editors, backups, rules, About and web pages ----------------------
     void clkEdit_Click();
     void clkUpdate_Click();
-    // A folder in the program folder; false after a reported failure.
-    bool createDirs(const QString &dirName);
-    // Writes and deletes a test file there; false after a reported failure.
-    bool testFileWrite(const QString &dirName);
-    // Copies the question files into the backup folder, stamped with the time.
-    void saveOldFiles();
-
-    // ---- Rules, About and web pages (shell/HelpAndLinks.cpp) ---------------
     void clkHowToPlay_Click();
     void clkAbout_Click();
     void clkContact_Click();
@@ -162,36 +116,57 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // What differs between the two tabs; the code is the same.
+    struct TabWords;
+    struct Tab {
+        const TabWords *words;
+        QList<QLabel *> labels;
+        QAbstractButton *status, *next, *prev;
+    };
+    static const TabWords MatchWords, PhraseWords;
+
     void connectGame();
     void connectPanel();
-    void connectCountdown();
-    void connectSound();
-    void connectFiles();
+    void connectSettings();
     void connectLinks();
     void closeOtherWindows();
-    void showMatch();
-    void showPhrase();
     void setProgramTitle();
+
+    game::Deck &deckOf(const Tab &tab);
+    void startTab(Tab &tab);
+    void nextTab(Tab &tab);
+    void prevTab(Tab &tab);
+    void showQuestion(Tab &tab);
+    bool tabShown(int index);
     // Shrinks a question's font until the text fits its label.
     static void fitText(QLabel *label);
-    void setReloadingTitle();
-    void resetForNewGame();
-    void continueTie(bool otherShown, void (frmTandrel::*otherNext)());
-    void stepBack(qint16 &index, qsizetype size, void (frmTandrel::*show)(), QWidget *button);
-    bool keyMarksList(qint16 &keyCode);
-    bool undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, const QString &before);
-    std::array<QWidget *, 4> rowWidgets(int row) const;
-    void resetCount();
-    bool mayStartOver(bool &reload, bool inProgress, const QString &question);
+
+    // The scores, the row of the turn and the round, as the game holds them.
+    void paintPlayers();
+    void paintRow(int row, bool current);
     void startNewGameAfterWin();
     void runWinDialog(const QString &message, bool tie);
+
+    std::array<QWidget *, 4> rowWidgets(int row) const;
+    bool keyMarksList(qint16 &keyCode);
+    bool undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, const QString &before);
     bool listKeyPress(QObject *list, QKeyEvent *event);
+    void applySettings(const config::Choices &choices);
 
     // Owned: a constructor that fails half-way must not leak the form.
     std::unique_ptr<Ui::frmTandrel> m_ui;
+    game::Game m_game;
+    std::unique_ptr<Sound> m_sound;
+    Countdown *m_countdown = nullptr;
+    std::array<Tab, 2> m_tabs{};
     bool m_ending = false;
     int m_lastTab = 1;
     std::array<QRgb, 10> m_rowColour{};
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;
+    // The lists' keys are undone: what the list showed before the key.
+    bool m_numPlayersKeyed = false, m_numPlayersRestoring = false;
+    QString m_numPlayersBefore;
+    bool m_scoreToWinKeyed = false, m_scoreToWinRestoring = false;
+    qint16 m_scoreToWinBefore = 0;
 };

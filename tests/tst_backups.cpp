@@ -3,6 +3,7 @@
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "core/Decks.h"
+#include "files/Backups.h"
 #include "shell/Links.h"
 #include "shell/frmTandrel.h"
 #include <QDir>
@@ -109,7 +110,7 @@ void TestBackups::stampFollowsTheLocale()
     Update u;
     u.fake.loc = locale;
     u.fake.writeFile(decks::MatchFileName, "Blank Pole\r\n");
-    u.main->saveOldFiles();  // creates the folder as well
+    backups::saveOldFiles();  // creates the folder as well
     QCOMPARE(u.backups(), QStringList{copy});
 }
 
@@ -117,9 +118,9 @@ void TestBackups::aRunInTheSameSecondReplacesItsCopies()
 {
     Update u;
     u.fake.writeFile(decks::PhraseFileName, "first Blank\r\n");
-    u.main->saveOldFiles();
+    backups::saveOldFiles();
     u.fake.writeFile(decks::PhraseFileName, "second Blank\r\n");
-    u.main->saveOldFiles();
+    backups::saveOldFiles();
     QCOMPARE(u.backups(), QStringList{"TandrelPhrases_11_18_2026_4_05_32_PM.txt"});
     QCOMPARE(u.backup(u.backups()[0]), QByteArray("second Blank\r\n"));
     QCOMPARE(u.fake.boxes.size(), 0);

@@ -3,7 +3,7 @@
 #include "TestMain.h"
 #include "core/Decks.h"
 #include "platform/Errors.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include <QDir>
 #include <QFile>
 #include <random>

@@ -6,7 +6,7 @@
 #include "TestMain.h"
 #include "core/Decks.h"
 #include "platform/Errors.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmEditQuestions.h"
 #include <QDir>

@@ -2,7 +2,7 @@
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "platform/Errors.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include <QDir>
 #include <QFile>
 

@@ -3,7 +3,7 @@
 #include "GameWindow.h"
 #include "TestMain.h"
 #include "platform/Errors.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "shell/frmSplash.h"
 #include "ui_frmSplash.h"
 #include <QLabel>

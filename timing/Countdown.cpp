@@ -1,107 +1,76 @@
-// The countdown: one tick a second from the timer length down to zero, with
-// the zero-time sounds.
-#include "core/QuestionRules.h"
-#include "platform/Services.h"
+#include "timing/Countdown.h"
 #include "platform/Numeric.h"
-#include "shell/Globals.h"
-#include "shell/frmTandrel.h"
-#include "ui_frmTandrel.h"
-#include <QCoreApplication>
+#include "timing/Sound.h"
 #include <QTimer>
 
-using Globals::Guarded;
-
-void frmTandrel::connectCountdown()
+Countdown::Countdown(Sound &sound, QObject *parent) : QObject(parent), m_sound(sound), m_timer(new QTimer(this))
 {
-    connect(Timer1, &QTimer::timeout, this, &frmTandrel::Timer1_Timer);
-    for (int i = 0; i < 2; ++i)
-        connect(OptTimer[size_t(i)], &QAbstractButton::toggled, this, [this, i](bool checked) {
-            if (checked)
-                OptTimer_Click(qint16(i));
-        });
-    connect(m_ui->cmdUpdateButton, &QAbstractButton::clicked, this, &frmTandrel::cmdUpdateButton_Click);
-    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) {
-        const int previous = m_lastTab;
-        m_lastTab = tab;
-        SSTab1_Click(qint16(previous));
-    });
-    connect(m_ui->SSTab1, &QTabWidget::tabBarDoubleClicked, this, [this](int) { SSTab1_DblClick(); });
-    m_lastTab = m_ui->SSTab1->currentIndex();
+    m_timer->setObjectName(QStringLiteral("Timer1"));
+    m_timer->setInterval(1000);
+    m_timer->setTimerType(Qt::PreciseTimer);  // a two-minute count must not drift
 }
 
-// Idle: no tick, the display at the timer length.
-void frmTandrel::resetCount()
+bool Countdown::isRunning() const
 {
-    Timer1->stop();
-    m_ui->txtTimer->setText(QString::number(TimerTime));
+    return m_timer->isActive();
 }
 
-void frmTandrel::CheckTimer()
+void Countdown::takeLengthFromDisplay()
 {
-    Guarded("CheckTimer", [&] {
-        if (OptTimer[0]->isChecked()) {
-            // Each new question gets its whole first second.
-            Timer1->start();
-            m_ui->txtTimer->setText(QString::number(TimerTime));
-            if (optSound[0]->isChecked())
-                wmp1->play();
-        } else {
-            resetCount();
-        }
-    });
+    m_length = platform::toInt16(m_display);
 }
 
-void frmTandrel::Timer1_Timer()
+void Countdown::setDisplay(const QString &text)
 {
-    Guarded("Timer1_Timer", [&] {
-        const qint16 t = platform::toInt16(m_ui->txtTimer->text());
-        const qint16 n = platform::add16(t, -1);
-        if (t == 1 && !optSound[1]->isChecked()) {
-            if (m_ui->chkBuzzer->isChecked())
-                wmp2->play();
-            if (!m_ui->chkSoundAlwaysOn->isChecked())
-                wmp1->stop();
-        }
-        if (platform::toDouble(m_ui->txtTimer->text()) == 0)
-            Timer1->stop();
-        else
-            m_ui->txtTimer->setText(QString::number(n));
-        QCoreApplication::processEvents();
-    });
+    if (text == m_display)
+        return;
+    m_display = text;
+    Q_EMIT displayChanged(text);
 }
 
-void frmTandrel::OptTimer_Click(qint16)
+void Countdown::switchTo(bool on, bool questionShown)
 {
-    Guarded("OptTimer_Click", [&] {
-        const int tab = m_ui->SSTab1->currentIndex();
-        // Without a question on show the option moves but the count does not.
-        if (tab == 0 && questions::trimSpaces(lblName[0]->text()).isEmpty())
-            return;
-        if (tab == 1 && questions::trimSpaces(m_ui->lblPhrase->text()).isEmpty())
-            return;
-        if (OptTimer[0]->isChecked()) {
-            Timer1->start();
-        } else {
-            resetCount();
-        }
-    });
+    m_on = on;
+    // Without a question on show the switch moves but the count does not.
+    if (!questionShown)
+        return;
+    if (on)
+        m_timer->start();
+    else
+        reset();
 }
 
-void frmTandrel::cmdUpdateButton_Click()
+void Countdown::restart()
 {
-    Guarded("cmdUpdateButton_Click", [&] { TimerTime = platform::toInt16(m_ui->txtTimer->text()); });
+    if (!m_on) {
+        reset();
+        return;
+    }
+    // Each new question gets its whole first second.
+    m_timer->start();
+    setDisplay(QString::number(m_length));
+    m_sound.questionShown();
 }
 
-void frmTandrel::SSTab1_Click(qint16)
+void Countdown::tick()
 {
-    Guarded("SSTab1_Click", [&] {
-        resetCount();
-    });
+    const qint16 t = platform::toInt16(m_display);
+    const qint16 n = platform::add16(t, -1);
+    if (t == 1)
+        m_sound.countReachedZero();
+    if (platform::toDouble(m_display) == 0)
+        m_timer->stop();
+    else
+        setDisplay(QString::number(n));
 }
 
-void frmTandrel::SSTab1_DblClick()
+void Countdown::reset()
 {
-    Guarded("SSTab1_DblClick", [&] {
-        resetCount();
-    });
+    m_timer->stop();
+    setDisplay(QString::number(m_length));
+}
+
+void Countdown::pause()
+{
+    m_timer->stop();
 }

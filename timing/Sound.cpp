@@ -1,67 +1,50 @@
-// Music and buzzer: the two players, the sound options and the volume bar.
-#include "platform/Services.h"
-#include "shell/Globals.h"
-#include "shell/frmTandrel.h"
-#include "ui_frmTandrel.h"
+#include "timing/Sound.h"
 
-using Globals::Guarded;
-
-void frmTandrel::connectSound()
+Sound::Sound()
+    : m_music(platform::media().createPlayer(QStringLiteral("wmp1"))),
+      m_buzzer(platform::media().createPlayer(QStringLiteral("wmp2")))
 {
-    for (int i = 0; i < 2; ++i)
-        connect(optSound[size_t(i)], &QAbstractButton::toggled, this, [this, i](bool checked) {
-            if (checked)
-                optSound_Click(qint16(i));
-        });
-    // A click or key changes the volume at once; a drag changes it step by step.
-    connect(m_ui->hsc1, &QScrollBar::valueChanged, this, [this] {
-        if (m_ui->hsc1->isSliderDown())
-            hsc1_Scroll();
-        else
-            hsc1_Change();
-    });
-    connect(m_ui->hsc1, &QScrollBar::sliderReleased, this, &frmTandrel::hsc1_Change);
-    // Right and Up make it louder, as on any volume control.
-    m_ui->hsc1->setInvertedControls(false);
-    for (auto *player : {wmp1.get(), wmp2.get()})
-        player->setVolume(m_ui->hsc1->value());
 }
 
-void frmTandrel::mediaSetUp()
+Sound::~Sound() = default;
+
+void Sound::setUp()
 {
-    wmp1->setUrl(platform::programPath(QStringLiteral("MatchMusic.mp3")));
-    wmp1->stop();
-    wmp2->setUrl(platform::programPath(QStringLiteral("Buzzer.wav")));
-    wmp2->stop();
+    m_music->setUrl(platform::programPath(QStringLiteral("MatchMusic.mp3")));
+    m_music->stop();
+    m_buzzer->setUrl(platform::programPath(QStringLiteral("Buzzer.wav")));
+    m_buzzer->stop();
 }
 
-void frmTandrel::optSound_Click(qint16)
+void Sound::switchTo(bool on)
 {
-    Guarded("optSound_Click", [&] {
-        if (optSound[0]->isChecked()) {
-            wmp1->play();
-            wmp1->setLoop(true);
-            m_ui->hsc1->setEnabled(true);
-        }
-        if (optSound[1]->isChecked()) {
-            wmp1->stop();
-            m_ui->hsc1->setEnabled(false);
-        }
-    });
+    m_on = on;
+    if (on) {
+        m_music->play();
+        m_music->setLoop(true);
+    } else {
+        m_music->stop();
+    }
 }
 
-void frmTandrel::hsc1_Change()
+void Sound::setVolume(int volume)
 {
-    Guarded("hsc1_Change", [&] {
-        wmp1->setVolume(m_ui->hsc1->value());
-        wmp2->setVolume(m_ui->hsc1->value());
-    });
+    m_music->setVolume(volume);
+    m_buzzer->setVolume(volume);
 }
 
-void frmTandrel::hsc1_Scroll()
+void Sound::questionShown()
 {
-    Guarded("hsc1_Scroll", [&] {
-        wmp1->setVolume(m_ui->hsc1->value());
-        wmp2->setVolume(m_ui->hsc1->value());
-    });
+    if (m_on)
+        m_music->play();
+}
+
+void Sound::countReachedZero()
+{
+    if (!m_on)
+        return;
+    if (buzzer)
+        m_buzzer->play();
+    if (!continual)
+        m_music->stop();
 }

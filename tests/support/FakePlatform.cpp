@@ -1,6 +1,6 @@
 #include "FakePlatform.h"
 #include "platform/Errors.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include <QDialog>
 #include <QFile>
 #include <QRegularExpression>

@@ -3,6 +3,7 @@
 // with question files of known size in its program folder.
 #include "FakePlatform.h"
 #include "shell/frmTandrel.h"
+#include "timing/Countdown.h"
 #include "ui_frmTandrel.h"
 #include <QAbstractButton>
 #include <QComboBox>
@@ -22,20 +23,21 @@ inline QByteArray questionFile(const QStringList &lines)
     return bytes;
 }
 
-// Distinct questions that no dedup rule merges.
-inline QStringList matchLines(int count)
+// Distinct questions that no repeat rule merges.
+inline QStringList questionLines(int count, const QString &shape)
 {
     QStringList lines;
     for (int i = 0; i < count; ++i)
-        lines << QStringLiteral("Match%1 Blank").arg(QChar('A' + i % 26) + QString::number(i));
+        lines << shape.arg(QChar('A' + i % 26) + QString::number(i));
     return lines;
+}
+inline QStringList matchLines(int count)
+{
+    return questionLines(count, QStringLiteral("Match%1 Blank"));
 }
 inline QStringList phraseLines(int count)
 {
-    QStringList lines;
-    for (int i = 0; i < count; ++i)
-        lines << QStringLiteral("Phrase %1 has a Blank in it.").arg(QChar('A' + i % 26) + QString::number(i));
-    return lines;
+    return questionLines(count, QStringLiteral("Phrase %1 has a Blank in it."));
 }
 
 struct GameWindow {
@@ -60,6 +62,7 @@ struct GameWindow {
 
     frmTandrel &w() { return *window; }
     Ui::frmTandrel *ui() { return window->ui(); }
+    const game::Game &game() { return window->game(); }
 
     // frmWin is answered by clicking the named button.
     void answerWin(const char *button)
@@ -72,8 +75,17 @@ struct GameWindow {
     }
 
     QString score(int row) { return window->txtCounter[size_t(row)]->text(); }
-    void setScore(int row, int value) { window->txtCounter[size_t(row)]->setText(QString::number(value)); }
+    // Points given with the row's up button, from 0.
+    void setScore(int row, int value)
+    {
+        while (game().score(row) > 0)
+            window->clkDown[size_t(row)]->click();
+        for (int i = 0; i < value; ++i)
+            window->clkUp[size_t(row)]->click();
+    }
     void setPlayers(int count) { ui()->cmbNumPlayers->setCurrentText(QString::number(count)); }
+    int turn() { return game().currentPlayer(); }
+    int position(bool phrase) { return game().deck(phrase ? questions::Kind::Phrase : questions::Kind::Match).position(); }
     int highlightedRow()
     {
         int found = -1;
@@ -82,7 +94,23 @@ struct GameWindow {
                 found = found == -1 ? i : -2;  // -2: more than one
         return found;
     }
-    QString matchShown() { return window->lblName[0]->text() + window->lblName[1]->text(); }
-    QString phraseShown() { return ui()->lblPhrase->text(); }
+    QString shown(bool phrase)
+    {
+        return phrase ? ui()->lblPhrase->text() : window->lblName[0]->text() + window->lblName[1]->text();
+    }
+    QString status(bool phrase) { return (phrase ? ui()->clkStatusPhrase : ui()->clkStatusMatch)->text(); }
     QString round() { return ui()->clkRound->text(); }
+    QString display() { return ui()->txtTimer->text(); }
+    bool counting() { return window->countdown().isRunning(); }
+    void next(bool phrase) { (phrase ? ui()->clkNextPhrase : ui()->clkNext)->click(); }
+    void prev(bool phrase) { (phrase ? ui()->clkPrevPhrase : ui()->clkPrev)->click(); }
+    void start(bool phrase) { (phrase ? ui()->clkStartPhrase : ui()->clkStart)->click(); }
+    // Timer and sound on, then a fresh record of the players.
+    void timerAndSoundOn()
+    {
+        frmTandrel::selectOption(window->OptTimer[0]);
+        frmTandrel::selectOption(window->optSound[0]);
+        fake.mediaCalls.clear();
+    }
+    int musicStarts() { return int(fake.mediaCalls.count(QStringLiteral("wmp1 play"))); }
 };

@@ -1,6 +1,6 @@
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 #include "platform/Services.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 
 namespace {
 void logLoading(QWidget *window)

@@ -1,7 +1,7 @@
 // The player panel: the two lists, giving the turn by double-click, and the
 // keyboard paging that works from every control of the window.
+#include "platform/Globals.h"
 #include "platform/Numeric.h"
-#include "shell/Globals.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmTandrel.h"
 #include <QKeyEvent>
@@ -83,8 +83,8 @@ bool frmTandrel::eventFilter(QObject *watched, QEvent *event)
         auto *key = static_cast<QKeyEvent *>(event);
         if (watched == m_ui->cmbNumPlayers || watched == m_ui->cmbScoreToWin)
             return listKeyPress(watched, key);
-        const qint16 code = keyCodeOf(key->key());
-        KeyDownHandler(*handler, code);
+        qint16 code = keyCodeOf(key->key());
+        Guarded(*handler, [&] { PageUpDown(code); });
         // Paging keys belong to the game, never to the control.
         return code == KeyPageUp || code == KeyPageDown;
     }
@@ -123,47 +123,35 @@ bool frmTandrel::listKeyPress(QObject *list, QKeyEvent *event)
     if (!picks)
         list->event(event);  // the list itself, past this filter
     // A key that changed nothing leaves no undo waiting for the next mouse choice.
-    (players ? NumPlayersKeyed : ScoreToWinKeyed) = false;
+    (players ? m_numPlayersKeyed : m_scoreToWinKeyed) = false;
     return true;
-}
-
-void frmTandrel::KeyDownHandler(const QString &handler, qint16 keyCode)
-{
-    Guarded(handler, [&] { PageUpDown(keyCode); });
 }
 
 void frmTandrel::PageUpDown(qint16 &keyCode)
 {
     Guarded("PageUpDown", [&] {
-        const int tab = m_ui->SSTab1->currentIndex();
-        if (keyCode == KeyPageUp) {
-            if (tab == 0 && matchShown())
-                clkPrev_Click();
-            else if (tab == 1 && phraseShown())
-                clkPrevPhrase_Click();
-        } else if (keyCode == KeyPageDown) {
-            if (tab == 0 && matchShown())
-                clkNext_Click();
-            else if (tab == 1 && phraseShown())
-                clkNextPhrase_Click();
-        }
+        Tab &tab = m_tabs[size_t(m_ui->SSTab1->currentIndex())];
+        if (!deckOf(tab).shown())
+            return;
+        if (keyCode == KeyPageUp)
+            prevTab(tab);
+        else if (keyCode == KeyPageDown)
+            nextTab(tab);
     });
 }
 
 void frmTandrel::cmbNumPlayers_Click()
 {
     Guarded("cmbNumPlayers_Click", [&] {
-        if (undoKeyedChange(NumPlayersKeyed, NumPlayersRestoring, m_ui->cmbNumPlayers, NumPlayersBefore))
+        if (undoKeyedChange(m_numPlayersKeyed, m_numPlayersRestoring, m_ui->cmbNumPlayers, m_numPlayersBefore))
             return;
         const qint16 n = toInt16(m_ui->cmbNumPlayers->currentText());
         // Hidden rows keep their names and scores for when they come back.
-        for (int i = 0; i < 10; ++i) {
+        for (int i = 0; i < 10; ++i)
             for (QWidget *w : rowWidgets(i))
                 w->setVisible(i < n);
-            paintRow(i, false);
-        }
-        paintRow(0, true);
-        CurrentPlayer = 0;
+        m_game.setPlayerCount(n);
+        paintPlayers();
     });
 }
 
@@ -204,16 +192,18 @@ void frmTandrel::cmbNumPlayers_KeyDown(qint16 keyCode, int)
     Guarded("cmbNumPlayers_KeyDown", [&] {
         if (!keyMarksList(keyCode))
             return;
-        NumPlayersKeyed = true;
-        NumPlayersBefore = m_ui->cmbNumPlayers->currentText();
+        m_numPlayersKeyed = true;
+        m_numPlayersBefore = m_ui->cmbNumPlayers->currentText();
     });
 }
 
 void frmTandrel::cmbScoreToWin_Click()
 {
     Guarded("cmbScoreToWin_Click", [&] {
-        // A choice by the mouse is read when a round ends; a key's is undone.
-        undoKeyedChange(ScoreToWinKeyed, ScoreToWinRestoring, m_ui->cmbScoreToWin, QString::number(ScoreToWinBefore));
+        // A choice by the mouse counts from the next round's end; a key's is undone.
+        if (!undoKeyedChange(m_scoreToWinKeyed, m_scoreToWinRestoring, m_ui->cmbScoreToWin,
+                             QString::number(m_scoreToWinBefore)))
+            m_game.setScoreToWin(toInt16(m_ui->cmbScoreToWin->currentText()));
     });
 }
 
@@ -222,15 +212,15 @@ void frmTandrel::cmbScoreToWin_KeyDown(qint16 keyCode, int)
     Guarded("cmbScoreToWin_KeyDown", [&] {
         if (!keyMarksList(keyCode))
             return;
-        ScoreToWinKeyed = true;
-        ScoreToWinBefore = toInt16(m_ui->cmbScoreToWin->currentText());
+        m_scoreToWinKeyed = true;
+        m_scoreToWinBefore = toInt16(m_ui->cmbScoreToWin->currentText());
     });
 }
 
 void frmTandrel::txtPlayer_DblClick(qint16 index)
 {
     Guarded("txtPlayer_DblClick", [&] {
-        CurrentPlayer = index;
-        paintTurn();
+        m_game.giveTurn(index);
+        paintPlayers();
     });
 }

@@ -1,7 +1,7 @@
 #pragma once
 // The end-of-game dialog: congratulates a single winner, or asks tied
 // players whether to play another round.
-#include "shell/LoggedWindow.h"
+#include "platform/LoggedWindow.h"
 
 namespace Ui {
 class frmWin;

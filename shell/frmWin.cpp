@@ -1,6 +1,6 @@
-#include "core/frmWin.h"
+#include "shell/frmWin.h"
 #include "platform/Services.h"
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "ui_frmWin.h"
 
 using Globals::Guarded;

@@ -1,8 +1,10 @@
-// The buttons of the main window that lead out of the game: the rules, the
-// About window and the web pages.
+// The buttons of the main window that lead out of the game: the editors,
+// the update check with its backups, the rules, About and the web pages.
+#include "files/Backups.h"
+#include "files/frmEdit.h"
+#include "platform/Globals.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "shell/Globals.h"
 #include "shell/Links.h"
 #include "shell/frmHowTo.h"
 #include "shell/frmSplash.h"
@@ -16,11 +18,38 @@ using Globals::Guarded;
 
 void frmTandrel::connectLinks()
 {
+    connect(m_ui->clkEdit, &QAbstractButton::clicked, this, &frmTandrel::clkEdit_Click);
+    connect(m_ui->clkUpdate, &QAbstractButton::clicked, this, &frmTandrel::clkUpdate_Click);
     connect(m_ui->clkHowToPlay, &QAbstractButton::clicked, this, &frmTandrel::clkHowToPlay_Click);
     connect(m_ui->clkAbout, &QAbstractButton::clicked, this, &frmTandrel::clkAbout_Click);
     connect(m_ui->clkContact, &QAbstractButton::clicked, this, &frmTandrel::clkContact_Click);
     connect(m_ui->clkDonate, &QAbstractButton::clicked, this, &frmTandrel::clkDonate_Click);
     connect(m_ui->clkVideo, &QAbstractButton::clicked, this, &frmTandrel::clkVideo_Click);
+}
+
+void frmTandrel::clkEdit_Click()
+{
+    Guarded("clkEdit_Click", [&] {
+        LoggedWindow::showOnce<frmEdit>(QStringLiteral("frmEdit"), [&] { return new frmEdit(this); });
+    });
+}
+
+void frmTandrel::clkUpdate_Click()
+{
+    Guarded("clkUpdate_Click", [&] {
+        if (!backups::createDirs(backups::FolderName) || !backups::testFileWrite(backups::FolderName))
+            return;
+        const QString exe = platform::app().exeName();
+        const QString question = QStringLiteral("The current version of ") + exe + QStringLiteral(" software is ")
+                                 + platform::app().version().text() + QStringLiteral("\r\n\r\n")
+                                 + QStringLiteral("Would you like to check for a ") + exe
+                                 + QStringLiteral(" software update?");
+        if (platform::msgBox(question, platform::mb::YesNoCancel, QStringLiteral("Check For Update?"))
+            != platform::mb::Yes)
+            return;
+        backups::saveOldFiles();
+        platform::shell().openUrl(links::UpdatePage);
+    });
 }
 
 void frmTandrel::clkHowToPlay_Click()

@@ -1,4 +1,4 @@
-#include "shell/Globals.h"
+#include "platform/Globals.h"
 #include "platform/Errors.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"

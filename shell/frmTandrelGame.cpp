@@ -1,0 +1,306 @@
+// Scores, the turn and the end of a game, and both question tabs: one code
+// with the words and the few differences of each tab.
+#include "core/Decks.h"
+#include "platform/Globals.h"
+#include "platform/Numeric.h"
+#include "platform/Services.h"
+#include "shell/frmTandrel.h"
+#include "shell/frmWin.h"
+#include "ui_frmTandrel.h"
+
+using Globals::Guard;
+using Globals::Guarded;
+using game::Direction;
+
+struct frmTandrel::TabWords {
+    questions::Kind kind;
+    const char *start, *next, *prev;  // the handlers' names, for reports
+    QString fileName;
+    QString startOver;  // asked while a game of the tab is under way
+    QString status;     // %1 of %2
+    // The match tab restarts the count as soon as Start is pressed, the
+    // phrase tab only once a phrase is shown.
+    bool countBeforeStart;
+    // The phrase tab's Next moves the turn before the deck, so a game end
+    // that deals anew leaves the new first phrase on show.
+    bool turnBeforeStep;
+    // What the labels show of an entry.
+    QStringList (*texts)(const QString &entry);
+};
+
+const frmTandrel::TabWords frmTandrel::MatchWords{
+    questions::Kind::Match,
+    "clkStart_Click",
+    "clkNext_Click",
+    "clkPrev_Click",
+    decks::MatchFileName,
+    QStringLiteral("A Tandrel Game is already in Progress, Start Over?"),
+    QStringLiteral("Viewing Match %1 of %2 Matches..."),
+    true,
+    false,
+    [](const QString &entry) {
+        const questions::MatchHalves halves = questions::splitMatch(entry);
+        return QStringList{halves.left + QStringLiteral("\r\n"), halves.right + QStringLiteral("\r\n")};
+    },
+};
+
+const frmTandrel::TabWords frmTandrel::PhraseWords{
+    questions::Kind::Phrase,
+    "clkStartPhrase_Click",
+    "clkNextPhrase_Click",
+    "clkPrevPhrase_Click",
+    decks::PhraseFileName,
+    QStringLiteral("A Match Phrase Game is already in Progress, Start Over?"),
+    QStringLiteral("Viewing Phrase %1 of %2 Phrases..."),
+    false,
+    true,
+    [](const QString &entry) { return QStringList{entry + QStringLiteral("      ")}; },
+};
+
+void frmTandrel::connectGame()
+{
+    for (int i = 0; i < 10; ++i) {
+        connect(clkUp[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkUp_Click(qint16(i)); });
+        connect(clkDown[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkDown_Click(qint16(i)); });
+        connect(txtPlayer[size_t(i)], &QLineEdit::textChanged, this,
+                [this, i](const QString &name) { m_game.setName(i, name); });
+    }
+    const std::pair<QAbstractButton *, void (frmTandrel::*)()> tabButtons[] = {
+        {m_ui->clkStart, &frmTandrel::clkStart_Click},
+        {m_ui->clkNext, &frmTandrel::clkNext_Click},
+        {m_ui->clkPrev, &frmTandrel::clkPrev_Click},
+        {m_ui->clkExit, &frmTandrel::clkExit_Click},
+        {m_ui->clkStartPhrase, &frmTandrel::clkStartPhrase_Click},
+        {m_ui->clkNextPhrase, &frmTandrel::clkNextPhrase_Click},
+        {m_ui->clkPrevPhrase, &frmTandrel::clkPrevPhrase_Click},
+        {m_ui->clkExitPhrase, &frmTandrel::clkExitPhrase_Click},
+    };
+    for (const auto &[button, handler] : tabButtons)
+        connect(button, &QAbstractButton::clicked, this, handler);
+}
+
+void frmTandrel::paintRow(int row, bool current)
+{
+    const QRgb rgb = current ? HighlightColour : PlainColour;
+    if (m_rowColour[size_t(row)] == rgb)
+        return;  // restyling is not free and happens on every turn
+    m_rowColour[size_t(row)] = rgb;
+    const QString css = QStringLiteral("QLineEdit { background-color: %1; color: black; }").arg(QColor(rgb).name());
+    txtPlayer[size_t(row)]->setStyleSheet(css);
+    txtCounter[size_t(row)]->setStyleSheet(css);
+}
+
+void frmTandrel::paintPlayers()
+{
+    for (int i = 0; i < 10; ++i) {
+        const QString score = QString::number(m_game.score(i));
+        if (txtCounter[size_t(i)]->text() != score)
+            txtCounter[size_t(i)]->setText(score);
+        paintRow(i, i == m_game.currentPlayer());
+    }
+    m_ui->clkRound->setText(QStringLiteral("Round ") + QString::number(m_game.round()));
+}
+
+void frmTandrel::clkUp_Click(qint16 index)
+{
+    Guarded("clkUp_Click", [&] {
+        if (m_game.scoreUp(index))
+            paintPlayers();
+    });
+}
+
+void frmTandrel::clkDown_Click(qint16 index)
+{
+    Guarded("clkDown_Click", [&] {
+        if (m_game.scoreDown(index))
+            paintPlayers();
+    });
+}
+
+void frmTandrel::ChangePlayer(const QString &direction)
+{
+    Guarded("ChangePlayer", [&] {
+        game::TurnChange change;
+        if (direction == QLatin1String("Positive"))
+            change = m_game.changePlayer(Direction::Forward);
+        else if (direction == QLatin1String("Negative"))
+            change = m_game.changePlayer(Direction::Back);
+        paintPlayers();  // before any dialog
+
+        if (change.winners.size() == 1) {
+            const int w = change.winners.first();
+            runWinDialog(game::winnerMessage(m_game.name(w), m_game.score(w)), false);
+            startNewGameAfterWin();
+        } else if (change.winners.size() > 1) {
+            QStringList names;
+            for (int w : change.winners)
+                names.append(m_game.name(w));
+            runWinDialog(game::tieMessage(names, change.best), true);
+            const qint16 answer = platform::toInt16(Tag);
+            Tag.clear();
+            if (answer == platform::mb::No)
+                startNewGameAfterWin();
+            else
+                m_game.playAnotherRound();
+        }
+    });
+}
+
+void frmTandrel::runWinDialog(const QString &message, bool tie)
+{
+    frmWin dialog(Tag, this);
+    dialog.Form_Load();
+    dialog.showMessage(message, tie);
+    platform::dialogs().execModal(dialog);
+}
+
+void frmTandrel::startNewGameAfterWin()
+{
+    m_game.gameEnded();
+    clkStart_Click();
+    clkStartPhrase_Click();
+}
+
+game::Deck &frmTandrel::deckOf(const Tab &tab)
+{
+    return m_game.deck(tab.words->kind);
+}
+
+bool frmTandrel::tabShown(int index)
+{
+    return deckOf(m_tabs[size_t(index)]).shown();
+}
+
+void frmTandrel::showQuestion(Tab &tab)
+{
+    const game::Deck &deck = deckOf(tab);
+    tab.status->setText(tab.words->status.arg(deck.position()).arg(deck.size()));
+    const QStringList texts = tab.words->texts(deck.current());
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        tab.labels[i]->setText(texts[i]);
+        fitText(tab.labels[i]);
+    }
+}
+
+void frmTandrel::startTab(Tab &tab)
+{
+    const TabWords &words = *tab.words;
+    Guard guard(words.start);
+    guard.afterReport = [this] { setProgramTitle(); };
+    Guarded(guard, [&] {
+        if (words.countBeforeStart)
+            CheckTimer();
+        const QString path = platform::programPath(words.fileName);
+        if (!decks::CheckQuestionFile(path))
+            return;
+        // A game end deals again without asking; the host is asked only
+        // while a game of this tab is under way.
+        game::Deck &deck = deckOf(tab);
+        if (deck.dealWithoutAsking) {
+            setWindowTitle(platform::app().exeName()
+                           + QStringLiteral(" is reloading and randomly sorting Tandrels..."));
+            deck.dealWithoutAsking = false;
+        } else if (deck.inProgress()
+                   && platform::msgBox(words.startOver, platform::mb::YesNoCancel, QStringLiteral("Start New Game"))
+                          != platform::mb::Yes) {
+            return;
+        }
+        m_game.newGame();
+        paintPlayers();
+        const std::optional<QStringList> entries = decks::LoadDeck(words.kind, path);
+        if (!entries) {
+            setProgramTitle();
+            return;
+        }
+        deck.deal(*entries);
+        showQuestion(tab);
+        if (!words.countBeforeStart)
+            CheckTimer();
+        setProgramTitle();
+    });
+}
+
+void frmTandrel::nextTab(Tab &tab)
+{
+    Guarded(tab.words->next, [&] {
+        game::Deck &deck = deckOf(tab);
+        if (!deck.shown())
+            return;
+        if (tab.words->turnBeforeStep) {
+            ChangePlayer(QStringLiteral("Positive"));
+            if (m_game.takeDecksRestarted())
+                return;  // the game just ended and the new one shows its first phrase
+            deck.next();
+        } else {
+            deck.next();
+            ChangePlayer(QStringLiteral("Positive"));  // may end the game and deal new decks
+        }
+        showQuestion(tab);
+        if (m_game.takeAnotherRound()) {
+            // A tie goes on: the other tab moves on too, and its turn change
+            // gives the turn to row 0.
+            Tab &other = &tab == &m_tabs[0] ? m_tabs[1] : m_tabs[0];
+            if (deckOf(other).shown())
+                nextTab(other);
+            else
+                m_game.giveTurn(0);
+            paintPlayers();
+        }
+        CheckTimer();
+        tab.next->setFocus();
+    });
+}
+
+void frmTandrel::prevTab(Tab &tab)
+{
+    Guarded(tab.words->prev, [&] {
+        game::Deck &deck = deckOf(tab);
+        if (!deck.shown())
+            return;
+        deck.previous();
+        showQuestion(tab);
+        CheckTimer();
+        ChangePlayer(QStringLiteral("Negative"));
+        tab.prev->setFocus();
+    });
+}
+
+void frmTandrel::clkStart_Click()
+{
+    startTab(m_tabs[0]);
+}
+
+void frmTandrel::clkNext_Click()
+{
+    nextTab(m_tabs[0]);
+}
+
+void frmTandrel::clkPrev_Click()
+{
+    prevTab(m_tabs[0]);
+}
+
+void frmTandrel::clkExit_Click()
+{
+    Guarded("clkExit_Click", [&] { close(); });
+}
+
+void frmTandrel::clkStartPhrase_Click()
+{
+    startTab(m_tabs[1]);
+}
+
+void frmTandrel::clkNextPhrase_Click()
+{
+    nextTab(m_tabs[1]);
+}
+
+void frmTandrel::clkPrevPhrase_Click()
+{
+    prevTab(m_tabs[1]);
+}
+
+void frmTandrel::clkExitPhrase_Click()
+{
+    Guarded("clkExitPhrase_Click", [&] { close(); });
+}

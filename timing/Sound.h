@@ -1,0 +1,35 @@
+#pragma once
+// Music and buzzer: the two players and the switches that govern them.
+#include "platform/Services.h"
+#include <memory>
+
+class Sound {
+public:
+    Sound();
+    ~Sound();
+
+    // The music file and the buzzer file, both players stopped.
+    void setUp();
+    // "Sound On" starts the looping music, "Sound Off" stops it.
+    void switchTo(bool on);
+    bool isOn() const { return m_on; }
+    // Both players at once, 0 to 100.
+    void setVolume(int volume);
+
+    // A new question: with sound on the music plays (from the start when it
+    // had stopped).
+    void questionShown();
+    // The count reached zero: with sound on, the buzzer if wanted, and the
+    // music stops unless it plays on.
+    void countReachedZero();
+
+    void playMusic() { m_music->play(); }
+    void stopMusic() { m_music->stop(); }
+
+    bool buzzer = false;     // the buzzer sounds at zero
+    bool continual = false;  // the music plays on through zero
+
+private:
+    std::unique_ptr<platform::MediaPlayer> m_music, m_buzzer;
+    bool m_on = false;
+};
