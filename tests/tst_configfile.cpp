@@ -5,14 +5,15 @@
 #include "files/frmConfig.h"
 #include "ui_frmConfig.h"
 #include <QCheckBox>
-#include <QFile>
 #include <QRadioButton>
+#include <QRegularExpression>
+#include <QTimer>
 
 namespace {
 const QByteArray Written = "#Tandrel Configuration file\r\n\r\n"
                            "TimerTime: 60\r\nSoundContinual: Yes\r\nBuzzer: Yes\r\nSound: Yes\r\nTimer: No\r\n";
 
-// The five settings as one line: "txtTimer/TimerTime continual buzzer sound timer".
+// The five settings as one line: "display/length continual buzzer sound timer".
 QString settings(GameWindow &g)
 {
     auto yn = [](bool b) { return b ? QStringLiteral("Yes") : QStringLiteral("No"); };
@@ -23,216 +24,145 @@ QString settings(GameWindow &g)
              yn(g.w().optSound[0]->isChecked()), yn(g.w().OptTimer[0]->isChecked()));
 }
 
-// The music player's last start or stop.
-QString lastMusic(const FakePlatform &fake)
+// Opens the dialog through the Config button; act sees its rows and answers it.
+QStringList configure(GameWindow &g, const QStringList &choose, const char *button)
 {
-    for (qsizetype i = fake.mediaCalls.size() - 1; i >= 0; --i)
-        if (fake.mediaCalls[i] == QLatin1String("wmp1 play") || fake.mediaCalls[i] == QLatin1String("wmp1 stop"))
-            return fake.mediaCalls[i];
-    return {};
-}
-
-// Opens the dialog through the Config button; act answers it.
-void configure(GameWindow &g, const std::function<void(frmConfig &)> &act)
-{
+    QStringList seen;
     g.fake.onModal = [&](QDialog &dialog) {
-        auto *config = qobject_cast<frmConfig *>(&dialog);
-        if (!config)
-            return 0;
-        act(*config);
+        const Ui::frmConfig *ui = static_cast<frmConfig &>(dialog).ui();
+        const QList<QComboBox *> rows{ui->cmbTimerTime, ui->cmbSoundOption, ui->cmbNoBuzzer, ui->cmbSound, ui->cmbTimer};
+        for (int i = 0; i < rows.size(); ++i) {
+            seen << rows[i]->currentText();
+            if (i < choose.size())
+                rows[i]->setCurrentIndex(rows[i]->findText(choose[i]));
+        }
+        seen << g.w().Tag << QString::number(g.counting());
+        dialog.findChild<QAbstractButton *>(button)->click();
         return dialog.result();
     };
     g.w().clkConfig_Click();
-}
-
-QStringList rows(frmConfig &d)
-{
-    const Ui::frmConfig *ui = d.ui();
-    return {ui->cmbTimerTime->currentText(), ui->cmbSoundOption->currentText(), ui->cmbNoBuzzer->currentText(),
-            ui->cmbSound->currentText(), ui->cmbTimer->currentText()};
-}
-
-void choose(frmConfig &d, const QStringList &values)
-{
-    const Ui::frmConfig *ui = d.ui();
-    const QList<QComboBox *> lists{ui->cmbTimerTime, ui->cmbSoundOption, ui->cmbNoBuzzer, ui->cmbSound, ui->cmbTimer};
-    for (int i = 0; i < lists.size(); ++i)
-        lists[i]->setCurrentIndex(lists[i]->findText(values[i]));
+    return seen;
 }
 }  // namespace
 
 class TestConfigFile : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void readerAppliesAcceptedLines_data();
-    void readerAppliesAcceptedLines();
-    void dialogShowsTheMainWindow_data();
-    void dialogShowsTheMainWindow();
-    void saveAppliesAndWritesTheFile();
-    void exitAppliesNothing();
-    void savedSettingsComeBackNextStart();
-    void realDialogClosesWithEscape();
-};
-
-void TestConfigFile::readerAppliesAcceptedLines_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<bool>("reported");
-
-    // With question files the start-up values are 30 s, timer and sound off.
-    QTest::newRow("no file") << QByteArray() << "30/30 No No No No" << false;
-    QTest::newRow("as the dialog writes it") << Written << "60/60 Yes Yes Yes No" << false;
-    QTest::newRow("case and spaces anywhere")
-        << QByteArray("  timertime : 40\r\nTimer Time:50\r\n Sound continual :yes  \r\nbuZZer:YES\r\n")
-        << "50/50 Yes Yes No No" << false;
-    QTest::newRow("45 130 -10 skipped") << QByteArray("TimerTime: 45\nTimerTime: 130\nTimerTime: -10\n")
-                                        << "30/30 No No No No" << false;
-    QTest::newRow("zero accepted") << QByteArray("TimerTime: 0\r\n") << "0/0 No No No No" << false;
-    QTest::newRow("9.5 is 10, shown as written") << QByteArray("TimerTime: 9.5\r\n") << "9.5/10 No No No No" << false;
-    QTest::newRow("12.5 is 12, skipped") << QByteArray("TimerTime: 12.5\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("leading zero kept") << QByteArray("TimerTime: 020\r\n") << "020/20 No No No No" << false;
-    QTest::newRow("exponent") << QByteArray("TimerTime: 1e2\r\n") << "1E2/100 No No No No" << false;
-    QTest::newRow("not a number") << QByteArray("TimerTime: ten\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("five nines stop the read")
-        << QByteArray("Buzzer: Yes\r\nTimerTime: 99999\r\nTimer: ON\r\n") << "30/30 No Yes No No" << true;
-    QTest::newRow("tab after the colon") << QByteArray("Timer:\tON\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("two colons") << QByteArray("Timer: ON: really\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("no colon") << QByteArray("Timer ON\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("comment") << QByteArray("#Timer: ON\r\n# TimerTime: 60\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("unknown key") << QByteArray("Volume: 10\r\nTimers: ON\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("Sound is not SoundContinual")
-        << QByteArray("Sound: ON\r\nSoundContinual: ON\r\n") << "30/30 No No Yes No" << false;
-    QTest::newRow("Sound on then off") << QByteArray("Sound: ON\r\nSound: OFF\r\n") << "30/30 No No No No" << false;
-    QTest::newRow("last line wins, any line end")
-        << QByteArray("Timer: ON\rTimer: off\nTimer: on\r\nSoundContinual: Yes\r\nSoundContinual: maybe")
-        << "30/30 Yes No No Yes" << false;
-}
-
-void TestConfigFile::readerAppliesAcceptedLines()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, expected);
-    QFETCH(bool, reported);
-    GameWindow g(6, 6, file);
-    QCOMPARE(settings(g), expected);
-    QCOMPARE(lastMusic(g.fake), g.w().optSound[0]->isChecked() ? "wmp1 play" : "wmp1 stop");
-    QCOMPARE(g.fake.boxTitles().contains(QStringLiteral("Error")), reported);
-    QCOMPARE(g.fake.logTexts().contains(QStringLiteral("Current SubRoutine is readInConfigFile")), reported);
-}
-
-void TestConfigFile::dialogShowsTheMainWindow_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QStringList>("shown");
-    QTest::newRow("start-up values") << QByteArray() << QStringList{"30", "No", "No", "No", "No"};
-    QTest::newRow("all on") << QByteArray("TimerTime: 120\nSoundContinual: yes\nBuzzer: yes\nSound: on\nTimer: on\n")
-                            << QStringList{"120", "Yes", "Yes", "Yes", "Yes"};
-    QTest::newRow("length 0 shows 30") << QByteArray("TimerTime: 0\n") << QStringList{"30", "No", "No", "No", "No"};
-    QTest::newRow("length 9.5 is 10") << QByteArray("TimerTime: 9.5\n") << QStringList{"10", "No", "No", "No", "No"};
-}
-
-void TestConfigFile::dialogShowsTheMainWindow()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QStringList, shown);
-    GameWindow g(6, 6, file);
-    QStringList seen;
-    QString tag;
-    configure(g, [&](frmConfig &d) {
-        seen = rows(d);
-        tag = g.w().Tag;
-        QCOMPARE(d.ui()->cmbTimerTime->count(), 12);
-        QVERIFY(!d.ui()->cmbTimerTime->isEditable());
-    });
-    QCOMPARE(seen, shown);
-    QCOMPARE(tag, QString::number(g.w().countdown().length()));
-    QCOMPARE(g.w().Tag, QString());
-    QCOMPARE(g.fake.logTexts().filter(QStringLiteral("frmConfig")),
-             (QStringList{"Loading Form frmConfig", "Unloading Form frmConfig"}));
-}
-
-void TestConfigFile::saveAppliesAndWritesTheFile()
-{
-    GameWindow g;
-    g.ui()->clkNext->click();  // a question on show, so the timer option starts the count
-    frmTandrel::selectOption(g.w().OptTimer[0]);
-    QVERIFY(g.counting());
-    g.fake.mediaCalls.clear();
-    bool stillOpen = false;
-    configure(g, [&](frmConfig &d) {
-        QVERIFY(!g.counting());  // Config stops the count
-        choose(d, {"60", "Yes", "Yes", "Yes", "No"});
-        d.ui()->clkSave->click();
-        d.ui()->clkSave->click();
-        stillOpen = !g.fake.logTexts().contains(QStringLiteral("Unloading Form frmConfig"));
-        QCOMPARE(settings(g), QStringLiteral("60/60 Yes Yes Yes No"));
-    });
-    QVERIFY(stillOpen);
-    QCOMPARE(g.fake.fileBytes("Tandrel.cfg"), Written);
-    // Sound on through its option, as a host's click would; not started twice.
-    QCOMPARE(g.fake.mediaCalls.count(QStringLiteral("wmp1 play")), 2);
-    QVERIFY(!g.counting());
-    QVERIFY(g.ui()->clkNext->hasFocus() || !g.w().isActiveWindow());
-}
-
-void TestConfigFile::exitAppliesNothing()
-{
-    GameWindow g;
-    configure(g, [&](frmConfig &d) {
-        choose(d, {"90", "Yes", "Yes", "Yes", "Yes"});
-        d.ui()->clkExit->click();
-    });
-    QCOMPARE(settings(g), QStringLiteral("30/30 No No No No"));
-    QVERIFY(!QFile::exists(g.fake.path("Tandrel.cfg")));
-}
-
-void TestConfigFile::savedSettingsComeBackNextStart()
-{
-    QByteArray saved;
+    void readerAppliesAcceptedLines_data()
     {
-        GameWindow first;
-        configure(first, [&](frmConfig &d) {
-            choose(d, {"110", "No", "Yes", "Yes", "Yes"});
-            d.ui()->clkSave->click();
-        });
-        saved = first.fake.fileBytes("Tandrel.cfg");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("reported");
+        // With question files the start-up values are 30 s, timer and sound off.
+        const QList<std::tuple<const char *, const char *, const char *, bool>> rows = {
+            {"no file", "", "30/30 No No No No", false},
+            {"as the dialog writes it", Written.constData(), "60/60 Yes Yes Yes No", false},
+            {"case and spaces anywhere", "  timertime : 40\r\nTimer Time:50\r\n Sound continual :yes  \r\nbuZZer:YES\r\n", "50/50 Yes Yes No No", false},
+            {"45 130 -10 skipped", "TimerTime: 45\nTimerTime: 130\nTimerTime: -10\n", "30/30 No No No No", false},
+            {"zero accepted", "TimerTime: 0\r\n", "0/0 No No No No", false},
+            {"9.5 is 10, shown as written", "TimerTime: 9.5\r\n", "9.5/10 No No No No", false},
+            {"12.5 is 12, skipped", "TimerTime: 12.5\r\n", "30/30 No No No No", false},
+            {"leading zero kept", "TimerTime: 020\r\n", "020/20 No No No No", false},
+            {"exponent", "TimerTime: 1e2\r\n", "1E2/100 No No No No", false},
+            {"not a number", "TimerTime: ten\r\n", "30/30 No No No No", false},
+            {"five nines stop the read", "Buzzer: Yes\r\nTimerTime: 99999\r\nTimer: ON\r\n", "30/30 No Yes No No", true},
+            {"tab after the colon", "Timer:\tON\r\n", "30/30 No No No No", false},
+            {"two colons", "Timer: ON: really\r\n", "30/30 No No No No", false},
+            {"no colon", "Timer ON\r\n", "30/30 No No No No", false},
+            {"comment", "#Timer: ON\r\n# TimerTime: 60\r\n", "30/30 No No No No", false},
+            {"unknown key", "Volume: 10\r\nTimers: ON\r\n", "30/30 No No No No", false},
+            {"Sound is not SoundContinual", "Sound: ON\r\nSoundContinual: ON\r\n", "30/30 No No Yes No", false},
+            {"Sound on then off", "Sound: ON\r\nSound: OFF\r\n", "30/30 No No No No", false},
+            {"yes and no for the switches too", "Sound: yes\r\nTimer: YES\r\nBuzzer: on\r\n", "30/30 No No Yes Yes", false},
+            {"last line wins, any line end", "Timer: ON\rTimer: off\nTimer: on\r\nSoundContinual: Yes\r\nSoundContinual: maybe", "30/30 Yes No No Yes", false},
+        };
+        for (const auto &[name, file, expected, reported] : rows)
+            QTest::newRow(name) << QByteArray(file) << QString(expected) << reported;
     }
-    GameWindow next(6, 6, saved);
-    QCOMPARE(settings(next), QStringLiteral("110/110 No Yes Yes Yes"));
-}
+    void readerAppliesAcceptedLines()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, expected);
+        QFETCH(bool, reported);
+        GameWindow g(6, 6, file);
+        QCOMPARE(settings(g), expected);
+        const QStringList music = g.fake.mediaCalls.filter(QRegularExpression("wmp1 (play|stop)"));
+        QCOMPARE(music.last(), g.w().optSound[0]->isChecked() ? "wmp1 play" : "wmp1 stop");
+        QCOMPARE(g.fake.logTexts().contains(QStringLiteral("Current SubRoutine is readInConfigFile")), reported);
+        QCOMPARE(g.shown, reported ? QStringList{"readInConfigFile 6"} : QStringList{});
+    }
 
-void TestConfigFile::realDialogClosesWithEscape()
-{
-    GameWindow g;
-    g.w().show();
-    QString seenTitle;
-    QTimer poll;
-    poll.setInterval(20);
-    connect(&poll, &QTimer::timeout, [&] {
-        if (QWidget *modal = QApplication::activeModalWidget()) {
-            seenTitle = modal->windowTitle();
-            QTest::keyClick(modal, Qt::Key_Escape);
+    void dialogShowsTheMainWindow_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("shown");  // the rows, the length handed over, counting
+        QTest::newRow("start-up values") << QByteArray() << QStringList{"30", "No", "No", "No", "No", "30", "0"};
+        QTest::newRow("all on") << QByteArray("TimerTime: 120\nSoundContinual: yes\nBuzzer: yes\nSound: on\nTimer: on\n")
+                                << QStringList{"120", "Yes", "Yes", "Yes", "Yes", "120", "0"};
+        QTest::newRow("length 0 shows 30") << QByteArray("TimerTime: 0\n") << QStringList{"30", "No", "No", "No", "No", "0", "0"};
+    }
+    void dialogShowsTheMainWindow()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, shown);
+        GameWindow g(6, 6, file);
+        g.play("n");
+        QCOMPARE(configure(g, {"90", "Yes", "Yes", "Yes", "Yes"}, "clkExit"), shown);
+        QCOMPARE(g.w().Tag, QString());
+        QCOMPARE(g.fake.logTexts().filter(QStringLiteral("frmConfig")), (QStringList{"Loading Form frmConfig", "Unloading Form frmConfig"}));
+        GameWindow fresh(6, 6, file);  // Exit applied nothing
+        QCOMPARE(settings(g), settings(fresh));
+        QVERIFY(g.fake.fileBytes("Tandrel.cfg") == file);
+    }
+
+    void saveAppliesWritesAndComesBackNextStart()
+    {
+        QByteArray saved;
+        {
+            GameWindow g;
+            g.play("n T");  // a question on show, so the timer option starts the count
+            g.fake.mediaCalls.clear();
+            const QStringList seen = configure(g, {"60", "Yes", "Yes", "Yes", "No"}, "clkSave");
+            QCOMPARE(seen.last(), QStringLiteral("0"));  // Config stops the count
+            QCOMPARE(settings(g), QStringLiteral("60/60 Yes Yes Yes No"));
+            QCOMPARE(g.fake.fileBytes("Tandrel.cfg"), Written);
+            // Sound on through its option, as a host's click would; not started twice.
+            QCOMPARE(g.fake.mediaCalls.count(QStringLiteral("wmp1 play")), 1);
+            QVERIFY(g.ui()->clkNext->hasFocus() || !g.w().isActiveWindow());
+            configure(g, {"110", "No", "Yes", "Yes", "Yes"}, "clkSave");
+            saved = g.fake.fileBytes("Tandrel.cfg");
         }
-    });
-    QTimer watchdog;
-    watchdog.setSingleShot(true);
-    bool timedOut = false;
-    connect(&watchdog, &QTimer::timeout, [&] {
-        timedOut = true;
-        if (QWidget *modal = QApplication::activeModalWidget())
-            modal->close();
-    });
-    g.fake.onModal = [](QDialog &dialog) { return dialog.exec(); };
-    poll.start();
-    watchdog.start(5000);
-    g.w().clkConfig_Click();
-    poll.stop();
-    QVERIFY(!timedOut);
-    QCOMPARE(seenTitle, QStringLiteral("Tandrel Configure Options"));
-    QVERIFY(!QFile::exists(g.fake.path("Tandrel.cfg")));
-    QCOMPARE(g.w().Tag, QString());
-}
+        GameWindow next(6, 6, saved);
+        QCOMPARE(settings(next), QStringLiteral("110/110 No Yes Yes Yes"));
+    }
+
+    void realDialogClosesWithEscape()
+    {
+        GameWindow g;
+        g.w().show();
+        QString seenTitle;
+        QTimer poll, watchdog;
+        poll.setInterval(20);
+        connect(&poll, &QTimer::timeout, [&] {
+            if (QWidget *modal = QApplication::activeModalWidget()) {
+                seenTitle = modal->windowTitle();
+                QTest::keyClick(modal, Qt::Key_Escape);
+            }
+        });
+        watchdog.setSingleShot(true);
+        connect(&watchdog, &QTimer::timeout, [&] {
+            seenTitle = "timed out";
+            if (QWidget *modal = QApplication::activeModalWidget())
+                modal->close();
+        });
+        g.fake.onModal = [](QDialog &dialog) { return dialog.exec(); };
+        poll.start();
+        watchdog.start(5000);
+        g.w().clkConfig_Click();
+        QCOMPARE(seenTitle, QStringLiteral("Tandrel Configure Options"));
+        QVERIFY(g.fake.fileBytes("Tandrel.cfg").isEmpty());
+    }
+};
 
 TANDREL_TEST_MAIN(TestConfigFile)
 #include "tst_configfile.moc"

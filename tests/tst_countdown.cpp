@@ -123,46 +123,6 @@ private Q_SLOTS:
         QVERIFY(c.fake.mediaCalls.isEmpty());  // the switch never starts the music
     }
 
-    void resetAndPause()
-    {
-        Clock c(30, true);
-        c.count.restart();
-        c.count.tick();
-        c.count.pause();
-        QVERIFY(!c.count.isRunning());
-        QCOMPARE(c.count.display(), QStringLiteral("29"));
-        c.count.timer()->start();
-        c.count.reset();
-        QVERIFY(!c.count.isRunning());
-        QCOMPARE(c.count.display(), QStringLiteral("30"));
-        QCOMPARE(c.fake.mediaCalls, QStringList{"wmp1 play"});  // the music goes on
-    }
-
-    void lengthFromTheDisplay_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("length");  // -1: not a number (13)
-        QTest::newRow("whole") << "40" << 40;
-        QTest::newRow("half rounds to even, down") << "40.5" << 40;
-        QTest::newRow("half rounds to even, up") << "41.5" << 42;
-        QTest::newRow("not a number") << "ten" << -1;
-    }
-    void lengthFromTheDisplay()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, length);
-        Clock c(30, false);
-        c.count.setDisplay(text);
-        try {
-            c.count.takeLengthFromDisplay();
-            QCOMPARE(c.count.length(), qint16(length));
-        } catch (const platform::RuntimeError &e) {
-            QCOMPARE(length, -1);
-            QCOMPARE(e.number(), platform::err::TypeMismatch);
-        }
-        QCOMPARE(c.count.display(), text);
-    }
-
     void tickThatCannotCountFailsAndKeepsTicking()
     {
         Clock c(30, true);
@@ -173,22 +133,6 @@ private Q_SLOTS:
         QCOMPARE(c.count.display(), QStringLiteral("-32768"));
     }
 
-    void soundSwitchAndVolume()
-    {
-        FakePlatform fake;
-        Sound sound;
-        sound.setUp();
-        QCOMPARE(fake.mediaCalls, (QStringList{"wmp1 url " + fake.path("MatchMusic.mp3"), "wmp1 stop",
-                                               "wmp2 url " + fake.path("Buzzer.wav"), "wmp2 stop"}));
-        fake.mediaCalls.clear();
-        sound.questionShown();  // off: nothing
-        sound.switchTo(true);
-        QVERIFY(sound.isOn());
-        sound.setVolume(31);
-        sound.switchTo(false);
-        QCOMPARE(fake.mediaCalls, (QStringList{"wmp1 play", "wmp1 loop on", "wmp1 volume 31", "wmp2 volume 31",
-                                               "wmp1 stop"}));
-    }
 };
 
 TANDREL_TEST_MAIN(TestCountdown)

@@ -102,83 +102,79 @@ QString manyQuestions()
 class TestFullDisk : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void failedSaveKeepsTextAndOldFile_data();
-    void failedSaveKeepsTextAndOldFile();
-    void logThatTakesNoWritesFailsEachRecordOnce();
+    void failedSaveKeepsTextAndOldFile_data()
+    {
+        QTest::addColumn<bool>("readOnly");
+        QTest::addColumn<bool>("fileExists");
+        QTest::newRow("full disk, file there") << false << true;
+        QTest::newRow("full disk, no file yet") << false << false;
+        QTest::newRow("read-only folder, file there") << true << true;
+        QTest::newRow("read-only folder, no file yet") << true << false;
+    }
+    void failedSaveKeepsTextAndOldFile()
+    {
+        QFETCH(bool, readOnly);
+        QFETCH(bool, fileExists);
+        SmallDisk disk;
+        FakePlatform fake;
+        fake.dir = disk.path();
+        const QString path = fake.path(decks::MatchFileName);
+        const QByteArray old = "# Our evening\r\nShoe Blank\r\n";
+        if (fileExists)
+            fake.writeFile(decks::MatchFileName, old);
+        frmTandrel main;
+        frmEditQuestions *editor = openEditor(main, true);
+        QVERIFY(editor);
+        const QString text = manyQuestions();
+        editor->ui()->rtb1->setPlainText(text);
+        if (readOnly) {
+            if (!disk.makeReadOnly())
+                QSKIP("root writes into a read-only folder unless the test may mount a file system");
+        } else {
+            disk.fill(64 * 1024);
+        }
+        const QStringList before = QDir(disk.path()).entryList(QDir::Files | QDir::Hidden);
+        fake.boxes.clear();
+        fake.answers = {platform::mb::Yes};  // overwrite the old file
+        editor->ui()->clkSave->click();
+
+        const QStringList shown = fake.boxesShown();
+        const QStringList saveReports = shown.filter(QRegularExpression(QStringLiteral("^clkSave_Click ")));
+        QCOMPARE(saveReports.size(), 1);
+        const int number = saveReports.first().section(QLatin1Char(' '), 1).toInt();
+        QVERIFY2(readOnly ? (number == 70 || number == 75) : number == 61, qPrintable(saveReports.first()));
+        // Besides the save's report and its question, only the log writer's own
+        // report for that one record.
+        for (const QString &other : shown)
+            QVERIFY2(other == saveReports.first() || other.startsWith(QLatin1String("WriteLogInfo "))
+                         || other == QLatin1String("Overwrite File?"),
+                     qPrintable(other));
+        QVERIFY(shown.filter(QRegularExpression(QStringLiteral("^WriteLogInfo "))).size() <= 1);
+        QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
+        QCOMPARE(fake.fileBytes(decks::MatchFileName), fileExists ? old : QByteArray());
+        QCOMPARE(QFile::exists(path), fileExists);
+        QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
+        editor->close();
+    }
+    void logThatTakesNoWritesFailsEachRecordOnce()
+    {
+        SmallDisk disk;
+        FakePlatform fake;
+        fake.dir = disk.path();
+        Globals::WriteLogInfo(QStringLiteral("first"));
+        if (!disk.makeReadOnly())
+            QSKIP("root writes into a read-only log unless the test may mount a file system");
+        Globals::WriteLogInfo(QStringLiteral("second"));
+        Globals::WriteLogInfo(QStringLiteral("third"));
+        Globals::Guarded("clkNext_Click", [] { platform::raise(6); });
+        QCOMPARE(fake.boxesShown(), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
+        QCOMPARE(fake.logTexts(), QStringList{"first"});
+    }
 };
 
-void TestFullDisk::failedSaveKeepsTextAndOldFile_data()
-{
-    QTest::addColumn<bool>("readOnly");
-    QTest::addColumn<bool>("fileExists");
-    QTest::newRow("full disk, file there") << false << true;
-    QTest::newRow("full disk, no file yet") << false << false;
-    QTest::newRow("read-only folder, file there") << true << true;
-    QTest::newRow("read-only folder, no file yet") << true << false;
-}
-
-void TestFullDisk::failedSaveKeepsTextAndOldFile()
-{
-    QFETCH(bool, readOnly);
-    QFETCH(bool, fileExists);
-    SmallDisk disk;
-    FakePlatform fake;
-    fake.dir = disk.path();
-    const QString path = fake.path(decks::MatchFileName);
-    const QByteArray old = "# Our evening\r\nShoe Blank\r\n";
-    if (fileExists)
-        fake.writeFile(decks::MatchFileName, old);
-    frmTandrel main;
-    frmEditQuestions *editor = openEditor(main, true);
-    QVERIFY(editor);
-    const QString text = manyQuestions();
-    editor->ui()->rtb1->setPlainText(text);
-    if (readOnly) {
-        if (!disk.makeReadOnly())
-            QSKIP("root writes into a read-only folder unless the test may mount a file system");
-    } else {
-        disk.fill(64 * 1024);
-    }
-    const QStringList before = QDir(disk.path()).entryList(QDir::Files | QDir::Hidden);
-    fake.boxes.clear();
-    fake.answers = {platform::mb::Yes};  // overwrite the old file
-    editor->ui()->clkSave->click();
-
-    const QStringList shown = fake.boxesShown();
-    const QStringList saveReports = shown.filter(QRegularExpression(QStringLiteral("^clkSave_Click ")));
-    QCOMPARE(saveReports.size(), 1);
-    const int number = saveReports.first().section(QLatin1Char(' '), 1).toInt();
-    QVERIFY2(readOnly ? (number == 70 || number == 75) : number == 61, qPrintable(saveReports.first()));
-    // Besides the save's report and its question, only the log writer's own
-    // report for that one record.
-    for (const QString &other : shown)
-        QVERIFY2(other == saveReports.first() || other.startsWith(QLatin1String("WriteLogInfo "))
-                     || other == QLatin1String("Overwrite File?"),
-                 qPrintable(other));
-    QVERIFY(shown.filter(QRegularExpression(QStringLiteral("^WriteLogInfo "))).size() <= 1);
-    QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
-    QCOMPARE(fake.fileBytes(decks::MatchFileName), fileExists ? old : QByteArray());
-    QCOMPARE(QFile::exists(path), fileExists);
-    QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
-    editor->close();
-}
 
 // Each record the log cannot take gives one message and nothing more: no
 // report of the report, and the program goes on.
-void TestFullDisk::logThatTakesNoWritesFailsEachRecordOnce()
-{
-    SmallDisk disk;
-    FakePlatform fake;
-    fake.dir = disk.path();
-    Globals::WriteLogInfo(QStringLiteral("first"));
-    if (!disk.makeReadOnly())
-        QSKIP("root writes into a read-only log unless the test may mount a file system");
-    Globals::WriteLogInfo(QStringLiteral("second"));
-    Globals::WriteLogInfo(QStringLiteral("third"));
-    Globals::Guarded("clkNext_Click", [] { platform::raise(6); });
-    QCOMPARE(fake.boxesShown(), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
-    QCOMPARE(fake.logTexts(), QStringList{"first"});
-}
 
 TANDREL_TEST_MAIN(TestFullDisk)
 #include "tst_fulldisk.moc"

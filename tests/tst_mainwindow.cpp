@@ -1,32 +1,113 @@
-// The main window: its start-up, closing, the player panel with the lists
-// and paging from every control, and the countdown and sound switches.
+// The main window played as a host plays it: both tabs, the turn, rounds and
+// the end of a game, start-up and closing, the lists and paging from every
+// control, the countdown and sound switches.
 #include "GameWindow.h"
 #include "TestMain.h"
+#include "shell/frmWin.h"
+#include "ui_frmWin.h"
 #include <QScrollBar>
 #include <QTabBar>
+#include <QTimer>
 #include <QWheelEvent>
-
-namespace {
-QStringList items(QComboBox *list)
-{
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out << list->itemText(i);
-    return out;
-}
-}  // namespace
 
 class TestMainWindow : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    // First: closing the window ends the event loop, and no real modal runs after that.
+    void winDialogAnsweredForReal()
+    {
+        GameWindow g;
+        platform::install({platform::realServices().dialogs});
+        g.play("=0:10 =1:10 n");
+        // Answer the real modal dialog; a watchdog ends a wrong one fast.
+        QStringList seen;
+        QTimer poll, watchdog;
+        poll.setInterval(20);
+        connect(&poll, &QTimer::timeout, this, [&] {
+            auto *dialog = qobject_cast<frmWin *>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible())
+                return;
+            poll.stop();
+            seen << dialog->windowTitle() << QString::number(dialog->ui()->clkClose->isVisible());
+            QTest::keyClick(dialog, Qt::Key_Escape);  // a tie needs an answer
+            seen << QString::number(dialog->isVisible());
+            dialog->ui()->clkYes->click();
+        });
+        watchdog.setSingleShot(true);
+        connect(&watchdog, &QTimer::timeout, this, [&] {
+            seen << "timed out";
+            if (auto *dialog = qobject_cast<frmWin *>(QApplication::activeModalWidget()))
+                dialog->ui()->clkYes->click();
+        });
+        poll.start();
+        watchdog.start(5000);
+        g.play("n");  // the round ends in a tie
+        watchdog.stop();
+        QCOMPARE(seen, (QStringList{"Congratulations...", "0", "1"}));
+        QCOMPARE(g.state(), QStringLiteral("R2 T0 10,10 M3 P2"));
+        QCOMPARE(g.fake.logTexts().filter("frmWin"), (QStringList{"Loading Form frmWin", "Unloading Form frmWin"}));
+    }
+
+    void plays_data()
+    {
+        QTest::addColumn<int>("matches");
+        QTest::addColumn<int>("phrases");
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QStringList>("shown");
+        auto row = [](const char *name, const char *script, const char *state, QStringList shown = {}, int m = 6, int p = 6) {
+            QTest::newRow(name) << m << p << QString(script) << QString(state) << shown;
+        };
+        row("turns end a round", "c3 n n n", "R2 T0 0,0,0 M4 P1");
+        row("back from row 0 to the last, same round", "c3 n n n p", "R2 T2 0,0,0 M3 P1");
+        row("either tab moves the same turn", "N n", "R2 T0 0,0 M2 P2");
+        row("decks wrap both ways", "p P n", "R1 T1 0,0 M1 P6");
+        row("points stop at both decks' size and at 0", "=0:12 u0 d1 u1 d1 d1", "R1 T0 12,0 M1 P1");
+        row("winner on the match tab; the phrase tab's next step is the deal", "w5 =1:6 n n N", "R1 T1 0,0 M1 P1", {"won Name 6"});
+        row("winner on the phrase tab", "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won Name 6"});
+        row("only the end of a round decides, rows in play only", "c4 w5 =3:9 =0:4 c3 n n n", "R2 T0 4,0,0 M4 P1");
+        row("tie, another round from the match tab", "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", {"tie Name  Name at 10"});
+        row("tie, another round from the phrase tab", "yes c3 =0:10 =2:10 =1:4 N N N n", "R2 T1 10,4,10 M3 P4", {"tie Name  Name at 10"});
+        row("tie, new game", "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", {"tie Name  Name at 10"});
+        row("tie left without an answer", "esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {"tie Name  Name at 10", "ChangePlayer 13"});
+        row("tie continued without phrases", "yes w5 =0:5 =1:5 n n", "R2 T0 5,5 M3 P0", {"tie Name  Name at 5"}, 6, 0);
+        row("start over: yes", "c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", {"Start New Game"});
+        row("start over: no", "c3 n n n n =1:3 a7 s", "R2 T1 0,3,0 M5 P1", {"Start New Game"});
+        row("start over: cancel, phrases", "c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", {"Start New Game"});
+        row("start with the file gone", "n n =0:4 -m s", "R2 T0 4,0 M3 P1", {"File Does Not Exist"});
+        row("start with the file gone, phrases", "N N =0:4 -p S", "R2 T0 4,0 M1 P3", {"File Does Not Exist"});
+        row("start without questions", "n n =0:4 0m a6 s", "R1 T0 0,0 M3 P1", {"Start New Game", "Exiting File Load"});
+        row("a game end's deal waits for its file", "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
+            {"won Name 5", "File Does Not Exist", "Exiting File Load"});
+        row("double click gives the turn", "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2");
+        row("fewer players: turn to row 0, rows keep their scores", "c4 =3:6 n n n n n c2 c4", "R2 T0 0,0,0,6 M6 P1");
+        row("paging from a name", "c3 ^ _ _", "R1 T2 0,0,0 M6 P1");
+        row("paging on the phrase tab", "c3 tab1 ^ _ _", "R1 T2 0,0,0 M1 P6");
+        row("paging without a question", "tab0 ^ _ n p", "R1 T0 0,0 M0 P1", {}, 0, 6);
+    }
+    void plays()
+    {
+        QFETCH(int, matches);
+        QFETCH(int, phrases);
+        QFETCH(QString, script);
+        QFETCH(QString, state);
+        QFETCH(QStringList, shown);
+        GameWindow g(matches, phrases);
+        g.play(script);
+        QCOMPARE(g.state(), state);
+        QCOMPARE(g.shown, shown);
+        QVERIFY(g.w().Tag.isEmpty());
+        QCOMPARE(g.w().windowTitle(), QStringLiteral("Tandrel"));
+    }
+
     void questionFilesDecideTheStart_data()
     {
         QTest::addColumn<QString>("matchFile");
         QTest::addColumn<QString>("phraseFile");
         QTest::addColumn<int>("tab");
         QTest::addColumn<QString>("count");
-        QTest::newRow("both files") << "TandrelLines.txt" << "TandrelPhrases.txt" << 0 << "30";
-        QTest::newRow("only match lines") << "TandrelLines.txt" << "" << 0 << "30";
+        QTest::newRow("both files") << MatchFile << PhraseFile << 0 << "30";
+        QTest::newRow("only match lines") << MatchFile << "" << 0 << "30";
         QTest::newRow("only phrases, any letter case") << "" << "TANDRELPHRASES.TXT" << 1 << "30";
         QTest::newRow("no question file") << "" << "" << 0 << "0";
     }
@@ -38,9 +119,9 @@ private Q_SLOTS:
         QFETCH(QString, count);
         FakePlatform fake;
         if (!matchFile.isEmpty())
-            fake.writeFile(matchFile, questionFile(matchLines(6)));
+            fake.writeFile(matchFile, questionFile(questionLines(6, false)));
         if (!phraseFile.isEmpty())
-            fake.writeFile(phraseFile, questionFile(phraseLines(5)));
+            fake.writeFile(phraseFile, questionFile(questionLines(5, true)));
         frmTandrel w;
         w.Form_Load();
         auto *ui = w.ui();
@@ -49,13 +130,11 @@ private Q_SLOTS:
         QCOMPARE(w.countdown().length(), qint16(count.toInt()));
         QCOMPARE(w.OptTimer[0]->isChecked(), count == QLatin1String("0"));  // on, unless a question was found
         QVERIFY(!w.countdown().isRunning());
-        QVERIFY(w.optSound[1]->isChecked());
-        QVERIFY(!ui->hsc1->isEnabled());
-        QVERIFY(fake.boxes.isEmpty());
+        QVERIFY(w.optSound[1]->isChecked() && !ui->hsc1->isEnabled());
         QCOMPARE(ui->clkStatusMatch->text(), matchFile.isEmpty() ? QString() : "Viewing Match 1 of 6 Matches...");
         QCOMPARE(ui->clkStatusPhrase->text(), phraseFile.isEmpty() ? QString() : "Viewing Phrase 1 of 5 Phrases...");
         if (!matchFile.isEmpty()) {
-            QVERIFY(matchLines(6).join('|').toUpper().contains(w.lblName[0]->text().trimmed()));
+            QVERIFY(questionLines(6, false).join('|').toUpper().contains(w.lblName[0]->text().trimmed()));
             QVERIFY(w.lblName[0]->text().endsWith(QStringLiteral("\r\n")));
             QVERIFY(w.lblName[1]->text().startsWith(QString(19, QLatin1Char('_'))));
         }
@@ -64,21 +143,22 @@ private Q_SLOTS:
         QCOMPARE(w.windowTitle(), QStringLiteral("Tandrel"));
         QCOMPARE(ui->clkRound->text(), QStringLiteral("Round 1"));
         QCOMPARE(fake.logTexts(), QStringList{"Loading Form frmTandrel"});
-        QCOMPARE(items(ui->cmbScoreToWin), (QStringList{"5", "10", "15", "20", "25", "30"}));
-        QCOMPARE(items(ui->cmbNumPlayers), (QStringList{"2", "3", "4", "5", "6", "7", "8", "9", "10"}));
-        QCOMPARE(ui->cmbScoreToWin->currentText(), QStringLiteral("10"));
+        QVERIFY(fake.boxes.isEmpty());
+        auto items = [](QComboBox *c) {
+            QStringList out;
+            for (int i = 0; i < c->count(); ++i)
+                out << c->itemText(i);
+            return out.join(' ') + " / " + c->currentText();
+        };
+        QCOMPARE(items(ui->cmbScoreToWin), QStringLiteral("5 10 15 20 25 30 / 10"));
+        QCOMPARE(items(ui->cmbNumPlayers), QStringLiteral("2 3 4 5 6 7 8 9 10 / 2"));
         QCOMPARE(w.game().scoreToWin(), qint16(10));
         QCOMPARE(w.pos(), QPoint((1920 - 944) / 2, (1080 - 513) / 2));
-        for (int i = 0; i < 10; ++i) {
-            QCOMPARE(w.txtPlayer[size_t(i)]->isVisibleTo(&w), i < 2);
-            QCOMPARE(w.rowColour(i), i == 0 ? frmTandrel::HighlightColour : frmTandrel::PlainColour);
-        }
         QVERIFY(w.txtPlayer[0]->styleSheet().contains(QColor(255, 224, 192).name()));
         QVERIFY(w.txtCounter[1]->styleSheet().contains(QColor(201, 207, 214).name()));
         if (QTest::currentDataTag() == QByteArray("both files"))
-            QCOMPARE(fake.mediaCalls, (QStringList{"wmp1 volume 50", "wmp2 volume 50",
-                                                   "wmp1 url " + fake.path("MatchMusic.mp3"), "wmp1 stop",
-                                                   "wmp2 url " + fake.path("Buzzer.wav"), "wmp2 stop",
+            QCOMPARE(fake.mediaCalls, (QStringList{"wmp1 volume 50", "wmp2 volume 50", "wmp1 url " + fake.path("MatchMusic.mp3"),
+                                                   "wmp1 stop", "wmp2 url " + fake.path("Buzzer.wav"), "wmp2 stop",
                                                    "wmp1 stop",    // "Sound Off" selected
                                                    "wmp1 stop"})); // and the music stopped once more
     }
@@ -87,7 +167,7 @@ private Q_SLOTS:
     {
         FakePlatform fake;
         fake.otherInstance = true;
-        fake.writeFile(QStringLiteral("TandrelLines.txt"), questionFile(matchLines(3)));
+        fake.writeFile(MatchFile, questionFile(questionLines(3, false)));
         frmTandrel window;
         window.Form_Load();
         QVERIFY(window.isEnding());
@@ -101,41 +181,6 @@ private Q_SLOTS:
         QVERIFY(!window.game().deck(questions::Kind::Match).shown());  // nothing after the check ran
     }
 
-    void exitQuestion_data()
-    {
-        QTest::addColumn<QString>("button");  // empty: the close box
-        QTest::addColumn<int>("answer");
-        for (const char *button : {"", "clkExit", "clkExitPhrase"})
-            for (int answer : {6, 7, 2})
-                QTest::addRow("%s, answer %d", *button ? button : "close box", answer) << button << answer;
-    }
-    void exitQuestion()
-    {
-        QFETCH(QString, button);
-        QFETCH(int, answer);
-        GameWindow g;
-        g.w().show();
-        frmTandrel::selectOption(g.w().OptTimer[0]);
-        g.next(false);
-        g.fake.answers = {answer};
-        if (button.isEmpty())
-            g.w().close();
-        else
-            g.w().findChild<QAbstractButton *>(button)->click();
-        QCOMPARE(g.fake.boxes.size(), 1);
-        QCOMPARE(g.fake.boxes[0].text, QStringLiteral("Do you wish to exit Tandrel?"));
-        QCOMPARE(g.fake.boxes[0].title, QStringLiteral("Exit Program?"));
-        QCOMPARE(g.fake.boxes[0].style, 3);
-        QCOMPARE(g.fake.logTexts().last(), QStringLiteral("Unloading All Forms..."));
-        QCOMPARE(g.w().isVisible(), answer != 6);
-        QCOMPARE(g.counting(), answer != 6);  // No and Cancel leave a running count alone
-        // Once the answer was Yes, closing again asks nothing.
-        if (answer == 6) {
-            QVERIFY(g.w().close());
-            QCOMPARE(g.fake.boxes.size(), 1);
-        }
-    }
-
     void pagingFromEveryControl_data()
     {
         QTest::addColumn<QString>("control");
@@ -143,60 +188,30 @@ private Q_SLOTS:
         const QStringList controls = {
             "clkAbout", "clkConfig", "clkContact", "clkDonate", "clkEdit", "clkHowToPlay", "clkUpdate", "clkRound",
             "OptTimer_0", "OptTimer_1", "txtTimer", "optSound_0", "optSound_1", "hsc1", "SSTab1", "cmbNumPlayers",
-            "cmbScoreToWin", "txtPlayer_0", "txtPlayer_1", "txtCounter_1", "clkUp_0", "clkDown_1"};
-        for (int tab = 0; tab < 2; ++tab) {
-            const QStringList own = tab == 0 ? QStringList{"clkStart", "clkNext", "clkPrev", "clkExit"}
-                                             : QStringList{"clkStartPhrase", "clkNextPhrase", "clkPrevPhrase",
-                                                           "clkExitPhrase"};
-            for (const QString &c : controls + own)
+            "cmbScoreToWin", "txtPlayer_1", "txtCounter_1", "clkUp_0", "clkDown_1"};
+        for (int tab = 0; tab < 2; ++tab)
+            for (const QString &c : controls + (tab == 0 ? QStringList{"clkStart", "clkNext", "clkPrev", "clkExit"}
+                                                         : QStringList{"clkStartPhrase", "clkNextPhrase", "clkPrevPhrase", "clkExitPhrase"}))
                 QTest::addRow("%s, tab %d", qPrintable(c), tab) << c << tab;
-        }
     }
     void pagingFromEveryControl()
     {
         QFETCH(QString, control);
         QFETCH(int, tab);
         GameWindow g;
-        g.setPlayers(3);
-        g.ui()->SSTab1->setCurrentIndex(tab);
+        g.play(QStringLiteral("c3 tab%1").arg(tab));
         QWidget *target = g.w().findChild<QWidget *>(control);
-        QVERIFY(target);
         if (auto *tabs = qobject_cast<QTabWidget *>(target))
             target = tabs->tabBar();
-        const QString name = g.w().txtPlayer[0]->text();
         const int volume = g.ui()->hsc1->value();
-
-        QTest::keyClick(target, Qt::Key_PageDown);
-        QCOMPARE(g.position(tab == 1), 2);  // one step, not two
-        QCOMPARE(g.position(tab == 0), 1);  // the tab behind stays
-        QCOMPARE(g.turn(), 1);
-        QTest::keyClick(target, Qt::Key_PageUp);
-        QTest::keyClick(target, Qt::Key_PageUp);
-        QCOMPARE(g.position(tab == 1), 6);  // wrapped to the last
-        QCOMPARE(g.turn(), 2);
-        QTest::keyClick(target, Qt::Key_Home);  // any other key leaves the game alone
-        QCOMPARE(g.turn(), 2);
-        QCOMPARE(g.round(), QStringLiteral("Round 1"));
-
+        for (Qt::Key key : {Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_F2})
+            QTest::keyClick(target, key);  // F2: no step
+        QCOMPARE(g.state(), tab ? "R1 T2 0,0,0 M1 P6" : "R1 T2 0,0,0 M6 P1");
         // The control itself is left as it was.
-        QCOMPARE(g.w().txtPlayer[0]->text(), name);
-        QCOMPARE(g.ui()->cmbNumPlayers->currentText(), QStringLiteral("3"));
-        QCOMPARE(g.ui()->cmbScoreToWin->currentText(), QStringLiteral("10"));
+        QCOMPARE(g.w().txtPlayer[1]->text(), QStringLiteral("Name"));
+        QCOMPARE(g.ui()->cmbNumPlayers->currentText() + g.ui()->cmbScoreToWin->currentText(), QStringLiteral("310"));
         QCOMPARE(g.ui()->hsc1->value(), volume);
         QCOMPARE(g.ui()->SSTab1->currentIndex(), tab);
-        QVERIFY(g.fake.boxes.isEmpty());
-    }
-
-    void pagingWithoutAQuestionDoesNothing()
-    {
-        GameWindow g(0, 6);  // only phrases: the match tab shows nothing
-        g.ui()->SSTab1->setCurrentIndex(0);
-        QTest::keyClick(g.w().txtPlayer[0], Qt::Key_PageDown);
-        QTest::keyClick(g.w().txtPlayer[0], Qt::Key_PageUp);
-        g.ui()->clkNext->click();
-        g.ui()->clkPrev->click();
-        QCOMPARE(g.turn(), 0);
-        QCOMPARE(g.position(true), 1);
         QVERIFY(g.fake.boxes.isEmpty());
     }
 
@@ -205,9 +220,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("list");
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("start");
-        const QList<std::pair<const char *, int>> keys = {
-            {"Down", Qt::Key_Down}, {"Up", Qt::Key_Up},   {"Right", Qt::Key_Right}, {"Left", Qt::Key_Left},
-            {"Home", Qt::Key_Home}, {"End", Qt::Key_End}, {"digit", Qt::Key_5},     {"PageDown", Qt::Key_PageDown}};
+        const QList<std::pair<const char *, int>> keys = {{"Down", Qt::Key_Down}, {"Up", Qt::Key_Up}, {"Right", Qt::Key_Right},
+                                                          {"Left", Qt::Key_Left}, {"Home", Qt::Key_Home}, {"End", Qt::Key_End},
+                                                          {"digit", Qt::Key_5},   {"PageDown", Qt::Key_PageDown}};
         for (const auto &[name, key] : keys) {
             QTest::addRow("players, %s", name) << "cmbNumPlayers" << key << "4";
             QTest::addRow("to win, %s", name) << "cmbScoreToWin" << key << "15";
@@ -228,103 +243,46 @@ private Q_SLOTS:
         QTest::keyClick(combo, Qt::Key(key));
         QCOMPARE(combo->currentText(), start);
         QCOMPARE(players ? g.game().playerCount() : g.game().scoreToWin(), start.toInt());
-
-        // The next choice by the mouse is taken as it is.
-        combo->setCurrentText(QStringLiteral("5"));
+        combo->setCurrentText(QStringLiteral("5"));  // the next choice by the mouse is taken as it is
         QCOMPARE(combo->currentText(), QStringLiteral("5"));
         QCOMPARE(players ? g.game().playerCount() : g.game().scoreToWin(), 5);
-        QVERIFY(g.fake.boxes.isEmpty());
-    }
-
-    void countShowsAndHidesWholeRows()
-    {
-        GameWindow g;
-        g.setPlayers(4);
-        g.w().txtPlayer[3]->setText(QStringLiteral("Dee"));
-        g.setScore(3, 6);
-        for (int i = 0; i < 5; ++i)
-            g.next(false);  // round 2, row 1
-        g.setPlayers(2);
-        auto rowShown = [&](int i) {
-            QList<bool> parts;
-            for (QWidget *w : {static_cast<QWidget *>(g.w().txtPlayer[size_t(i)]),
-                               static_cast<QWidget *>(g.w().txtCounter[size_t(i)]),
-                               static_cast<QWidget *>(g.w().clkUp[size_t(i)]),
-                               static_cast<QWidget *>(g.w().clkDown[size_t(i)])})
-                parts << w->isVisibleTo(&g.w());
-            return parts;
-        };
-        for (int i = 0; i < 10; ++i)
-            QCOMPARE(rowShown(i), QList<bool>(4, i < 2));
-        QCOMPARE(g.turn(), 0);
-        QCOMPARE(g.highlightedRow(), 0);
-        QCOMPARE(g.round(), QStringLiteral("Round 2"));
-
-        // Grown again: the hidden row comes back as it was.
-        g.setPlayers(4);
-        QCOMPARE(rowShown(3), QList<bool>(4, true));
-        QCOMPARE(g.w().txtPlayer[3]->text(), QStringLiteral("Dee"));
-        QCOMPARE(g.score(3), QStringLiteral("6"));
-        QCOMPARE(g.score(2), QStringLiteral("0"));
-    }
-
-    void doubleClickGivesTheTurn()
-    {
-        GameWindow g;
-        g.setPlayers(5);
-        for (int i = 0; i < 5; ++i)
-            g.next(false);  // round 2
-        QTest::mouseDClick(g.w().txtPlayer[3], Qt::LeftButton);
-        QCOMPARE(g.turn(), 3);
-        QCOMPARE(g.highlightedRow(), 3);
-        g.next(true);
-        QCOMPARE(g.turn(), 4);
-        QCOMPARE(g.round(), QStringLiteral("Round 2"));
-        // From the last player the next turn ends the round.
-        QTest::mouseDClick(g.w().txtPlayer[4], Qt::LeftButton);
-        g.next(false);
-        QCOMPARE(g.turn(), 0);
-        QCOMPARE(g.round(), QStringLiteral("Round 3"));
-    }
-
-    void wheelOverAListChangesNothing()
-    {
-        GameWindow g;
-        QComboBox *combo = g.ui()->cmbNumPlayers;
+        // A wheel turned over a list while the host scrolls changes nothing.
         const QPointF at(combo->width() / 2.0, combo->height() / 2.0);
-        QWheelEvent wheel(at, combo->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
+        QWheelEvent wheel(at, combo->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(combo, &wheel);
-        QCOMPARE(combo->currentText(), QStringLiteral("2"));
+        QCOMPARE(combo->currentText(), QStringLiteral("5"));
     }
 
     void countdownFollowsTheGame()
     {
         GameWindow g;
-        g.timerAndSoundOn();
-        QCOMPARE(g.fake.mediaCalls, QStringList{});  // "Timer On" alone restarts nothing
+        g.play("T O");
+        g.fake.mediaCalls.clear();
         g.ui()->chkBuzzer->setChecked(true);
         g.w().countdown().timer()->setInterval(1);  // the real ticks, fast
-        g.next(false);
+        g.play("n");
         QVERIFY(g.counting());
         QCOMPARE(g.display(), QStringLiteral("30"));
         QTRY_VERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("0"));
         QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 play", "wmp2 play", "wmp1 stop"}));
+        g.w().countdown().timer()->setInterval(1000);
 
+        // Declining to start over: the match tab restarted the count first,
+        // the phrase tab leaves it alone.
+        g.play("n v a7 s");
+        QCOMPARE(g.display(), QStringLiteral("30"));
+        g.play("v a7 S");
+        QCOMPARE(g.display(), QStringLiteral("29"));
         // A tab change or a double click on the tabs stops and resets it.
-        g.prev(false);
-        g.ui()->SSTab1->setCurrentIndex(1);
+        g.play("tab1");
         QVERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("30"));
         g.w().countdown().timer()->start();
         Q_EMIT g.ui()->SSTab1->tabBarDoubleClicked(1);
         QVERIFY(!g.counting());
-
-        // "Timer Off" with a question on show resets the count; "Timer On"
-        // resumes it from the display.
-        g.next(true);
-        g.w().Timer1_Timer();
+        // "Timer Off" with a question on show resets it; "Timer On" resumes.
+        g.play("N v");
         g.ui()->OptTimer_1->click();
         QVERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("30"));
@@ -335,10 +293,8 @@ private Q_SLOTS:
         g.fake.mediaCalls.clear();
         g.ui()->hsc1->setValue(30);
         QTest::keyClick(g.ui()->hsc1, Qt::Key_Right);
-        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31",
-                                                 "wmp2 volume 31"}));
         g.ui()->optSound_1->click();
-        QCOMPARE(g.fake.mediaCalls.last(), QStringLiteral("wmp1 stop"));
+        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31", "wmp2 volume 31", "wmp1 stop"}));
         QVERIFY(!g.ui()->hsc1->isEnabled());
         g.ui()->optSound_0->click();
         QVERIFY(g.ui()->hsc1->isEnabled());
@@ -347,24 +303,73 @@ private Q_SLOTS:
     void countdownWithoutAQuestion()
     {
         GameWindow g(0, 0);
-        // The switch moves, the count does not.
-        g.ui()->OptTimer_1->click();
-        g.ui()->OptTimer_0->click();
+        g.play("t T");  // the switch moves, the count does not
         QVERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("0"));
     }
 
-    void scoreButtonsChangeOnlyTheScore()
+    void reloadSaysSoInTheTitle()
     {
-        GameWindow g(3, 2);
-        g.next(false);
-        g.setScore(0, 6);  // both decks hold 5
-        QCOMPARE(g.score(0), QStringLiteral("5"));
-        g.w().clkDown[0]->click();
-        QCOMPARE(g.score(0), QStringLiteral("4"));
-        QCOMPARE(g.turn(), 1);
-        QCOMPARE(g.round(), QStringLiteral("Round 1"));
-        QVERIFY(g.fake.boxes.isEmpty());
+        GameWindow g;
+        QStringList titles;
+        g.fake.onBox = [&](const ShownBox &) { titles << g.w().windowTitle(); };
+        g.play("w5 =1:5 -m 0p n n");
+        QCOMPARE(titles, (QStringList{"Tandrel", "Tandrel is reloading and randomly sorting Tandrels..."}));
+    }
+
+    void longQuestionsFitTheirLabels()
+    {
+        GameWindow g;
+        QString phrase = QStringLiteral("The Blank");
+        while (phrase.size() < 900)
+            phrase += QStringLiteral(" lantern harbor");
+        g.fake.writeFile(PhraseFile, questionFile({phrase}));
+        g.fake.writeFile(MatchFile, questionFile({"Supercalifragilisticexpialidociousness Blank",
+                                                  "A Long Line Written By A Host Who Likes Words Very Much Blank"}));
+        g.play("a6 s a6 S");
+        for (int i = 0; i < 2; ++i, g.play("n"))
+            for (QLabel *label : {g.w().lblName[0], g.w().lblName[1], g.ui()->lblPhrase}) {
+                const QRect room = label->contentsRect();
+                const QRect need = label->fontMetrics().boundingRect(room, Qt::TextWordWrap | Qt::AlignCenter, label->text().trimmed());
+                QVERIFY2(need.width() <= room.width() && need.height() <= room.height(), qPrintable(label->text()));
+                QVERIFY(label->font().pointSizeF() >= 8);
+            }
+    }
+
+    void exitQuestion_data()
+    {
+        QTest::addColumn<QString>("button");  // empty: the close box
+        QTest::addColumn<int>("answer");
+        for (const char *button : {"", "clkExit", "clkExitPhrase"})
+            for (int answer : {6, 7, 2})
+                QTest::addRow("%s, answer %d", *button ? button : "close box", answer) << button << answer;
+    }
+    void exitQuestion()
+    {
+        QFETCH(QString, button);
+        QFETCH(int, answer);
+        GameWindow g;
+        g.w().show();
+        // Next and Previous keep the focus, so a clicker's keys go on to them.
+        g.play("p");
+        QCOMPARE(g.w().focusWidget(), g.ui()->clkPrev);
+        g.play(QStringLiteral("T N a%1").arg(answer));
+        QCOMPARE(g.w().focusWidget(), g.ui()->clkNextPhrase);
+        if (button.isEmpty())
+            g.w().close();
+        else
+            g.w().findChild<QAbstractButton *>(button)->click();
+        QCOMPARE(g.fake.boxes.size(), 1);
+        QCOMPARE(g.fake.boxes[0].text, QStringLiteral("Do you wish to exit Tandrel?"));
+        QCOMPARE(g.fake.boxes[0].title, QStringLiteral("Exit Program?"));
+        QCOMPARE(g.fake.boxes[0].style, 3);
+        QCOMPARE(g.fake.logTexts().last(), QStringLiteral("Unloading All Forms..."));
+        QCOMPARE(g.w().isVisible(), answer != 6);
+        QCOMPARE(g.counting(), answer != 6);  // No and Cancel leave a running count alone
+        if (answer == 6) {  // once decided, closing again asks nothing
+            QVERIFY(g.w().close());
+            QCOMPARE(g.fake.boxes.size(), 1);
+        }
     }
 };
 

@@ -10,143 +10,126 @@
 class TestPlatform : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void generalDateText_data();
-    void generalDateText();
-    void numbersAsTheProgramReadsThem_data();
-    void numbersAsTheProgramReadsThem();
-    void linesEndAtAnyLineEnd_data();
-    void linesEndAtAnyLineEnd();
-    void wholeFileWriteIsAllOrNothing();
-    void writeIntoAReadOnlyPlaceFails();
-    void namesMatchInAnyLetterCase();
+    void generalDateText_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<QDateTime>("when");
+        QTest::addColumn<QString>("text");
+        const QLocale us(QLocale::English, QLocale::UnitedStates);
+        QTest::newRow("US afternoon") << us << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "11/18/2026 4:05:32 PM";
+        QTest::newRow("US morning") << us << QDateTime(QDate(2026, 1, 2), QTime(9, 7, 3)) << "1/2/2026 9:07:03 AM";
+        QTest::newRow("US midnight") << us << QDateTime(QDate(2026, 1, 2), QTime(0, 0, 0)) << "1/2/2026 12:00:00 AM";
+        QTest::newRow("Germany") << QLocale(QLocale::German, QLocale::Germany)
+                                 << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18.11.2026 16:05:32";
+        QTest::newRow("France") << QLocale(QLocale::French, QLocale::France)
+                                << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18/11/2026 16:05:32";
+    }
+    void generalDateText()
+    {
+        QFETCH(QLocale, locale);
+        QFETCH(QDateTime, when);
+        QFETCH(QString, text);
+        QCOMPARE(platform::generalDateText(when, locale), text);
+    }
+    void numbersAsTheProgramReadsThem_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("value");  // or the failure number, negated
+        QTest::newRow("plain") << "30" << 30;
+        QTest::newRow("blanks and sign") << " -10 " << -10;
+        QTest::newRow("half to even up") << "9.5" << 10;
+        QTest::newRow("half to even down") << "12.5" << 12;
+        QTest::newRow("half of zero") << "0.5" << 0;
+        QTest::newRow("exponent") << "1.2e1" << 12;
+        QTest::newRow("largest") << "32767" << 32767;
+        QTest::newRow("smallest") << "-32768" << -32768;
+        QTest::newRow("too large") << "99999" << -6;
+        QTest::newRow("too small") << "-32769" << -6;
+        QTest::newRow("huge exponent") << "1e999" << -6;
+        QTest::newRow("empty") << "" << -13;
+        QTest::newRow("words") << "ten" << -13;
+        QTest::newRow("trailing letters") << "10s" << -13;
+        QTest::newRow("lone point") << "." << -13;
+    }
+    void numbersAsTheProgramReadsThem()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, value);
+        const QLocale c = QLocale::c();
+        try {
+            QCOMPARE(int(platform::toInt16(text, c)), value);
+        } catch (const platform::RuntimeError &e) {
+            QCOMPARE(-e.number(), value);
+        }
+    }
+    void linesEndAtAnyLineEnd_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QStringList{"a", "b"};
+        QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"};
+        QTest::newRow("CR") << QByteArray("a\rb\r") << QStringList{"a", "b"};
+        QTest::newRow("no final end") << QByteArray("a\r\nb") << QStringList{"a", "b"};
+        QTest::newRow("empty lines kept") << QByteArray("\r\n\r\na\n\n") << QStringList{"", "", "a", ""};
+        QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << QStringList{"a", "", "b"};
+        QTest::newRow("empty file") << QByteArray() << QStringList{};
+        QByteArray boundary(65535, 'x');
+        boundary += "\r\ny";  // the CR ends one chunk, the LF begins the next
+        QTest::newRow("CR LF across a chunk") << boundary << QStringList{QString(65535, 'x'), "y"};
+        QTest::newRow("invalid UTF-8 line alone") << QByteArray("ok \xc3\xa9\r\nbad \xe9\r\n")
+                                                  << QStringList{QString::fromUtf8("ok é"), QString::fromUtf8("bad é")};
+    }
+    void linesEndAtAnyLineEnd()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, lines);
+        FakePlatform fake;
+        QCOMPARE(platform::readAllLines(fake.writeFile("t.txt", bytes)), lines);
+    }
+    void wholeFileWriteIsAllOrNothing()
+    {
+        FakePlatform fake;
+        const QString path = fake.writeFile("TandrelLines.txt", "old\r\n");
+        platform::setBeforeCommitHook([](const QString &) { platform::raise(platform::err::DiskFull); });
+        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::writeWhole(path, "new\r\n"));
+        platform::setBeforeCommitHook({});
+        QCOMPARE(platform::readWhole(path), QStringLiteral("old\r\n"));
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelLines.txt"});  // nothing left behind
+
+        platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
+        QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
+    }
+    void writeIntoAReadOnlyPlaceFails()
+    {
+        FakePlatform fake;
+        QVERIFY(QDir(fake.dir).mkdir("sub"));
+        QVERIFY(QDir(fake.dir).mkdir("sub/TandrelLines.txt"));
+        try {
+            platform::writeWhole(fake.path("sub/TandrelLines.txt"), "x");
+            QFAIL("a folder cannot be written as a file");
+        } catch (const platform::RuntimeError &e) {
+            QCOMPARE(e.number(), 75);
+        }
+        try {
+            platform::writeWhole(fake.path("missing/TandrelLines.txt"), "x");
+            QFAIL("a missing folder cannot hold a file");
+        } catch (const platform::RuntimeError &e) {
+            QCOMPARE(e.number(), 76);
+        }
+    }
+    void namesMatchInAnyLetterCase()
+    {
+        FakePlatform fake;
+        fake.writeFile("TandrelPhrases.txt", "x");
+        QVERIFY(platform::fileExists(fake.path("tandrelPhrases.txt")));
+        QCOMPARE(platform::onDisk(fake.path("TANDRELPHRASES.TXT")), fake.path("TandrelPhrases.txt"));
+        QVERIFY(!platform::fileExists(fake.path("TandrelLines.txt")));
+        // Writing under another spelling replaces the file that is there.
+        platform::writeWhole(fake.path("tandrelphrases.txt"), "y");
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelPhrases.txt"});
+    }
 };
 
-void TestPlatform::generalDateText_data()
-{
-    QTest::addColumn<QLocale>("locale");
-    QTest::addColumn<QDateTime>("when");
-    QTest::addColumn<QString>("text");
-    const QLocale us(QLocale::English, QLocale::UnitedStates);
-    QTest::newRow("US afternoon") << us << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "11/18/2026 4:05:32 PM";
-    QTest::newRow("US morning") << us << QDateTime(QDate(2026, 1, 2), QTime(9, 7, 3)) << "1/2/2026 9:07:03 AM";
-    QTest::newRow("US midnight") << us << QDateTime(QDate(2026, 1, 2), QTime(0, 0, 0)) << "1/2/2026 12:00:00 AM";
-    QTest::newRow("Germany") << QLocale(QLocale::German, QLocale::Germany)
-                             << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18.11.2026 16:05:32";
-    QTest::newRow("France") << QLocale(QLocale::French, QLocale::France)
-                            << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18/11/2026 16:05:32";
-}
-
-void TestPlatform::generalDateText()
-{
-    QFETCH(QLocale, locale);
-    QFETCH(QDateTime, when);
-    QFETCH(QString, text);
-    QCOMPARE(platform::generalDateText(when, locale), text);
-}
-
-void TestPlatform::numbersAsTheProgramReadsThem_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("value");  // or the failure number, negated
-    QTest::newRow("plain") << "30" << 30;
-    QTest::newRow("blanks and sign") << " -10 " << -10;
-    QTest::newRow("half to even up") << "9.5" << 10;
-    QTest::newRow("half to even down") << "12.5" << 12;
-    QTest::newRow("half of zero") << "0.5" << 0;
-    QTest::newRow("exponent") << "1.2e1" << 12;
-    QTest::newRow("largest") << "32767" << 32767;
-    QTest::newRow("smallest") << "-32768" << -32768;
-    QTest::newRow("too large") << "99999" << -6;
-    QTest::newRow("too small") << "-32769" << -6;
-    QTest::newRow("huge exponent") << "1e999" << -6;
-    QTest::newRow("empty") << "" << -13;
-    QTest::newRow("words") << "ten" << -13;
-    QTest::newRow("trailing letters") << "10s" << -13;
-    QTest::newRow("lone point") << "." << -13;
-}
-
-void TestPlatform::numbersAsTheProgramReadsThem()
-{
-    QFETCH(QString, text);
-    QFETCH(int, value);
-    const QLocale c = QLocale::c();
-    try {
-        QCOMPARE(int(platform::toInt16(text, c)), value);
-    } catch (const platform::RuntimeError &e) {
-        QCOMPARE(-e.number(), value);
-    }
-}
-
-void TestPlatform::linesEndAtAnyLineEnd_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QStringList{"a", "b"};
-    QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"};
-    QTest::newRow("CR") << QByteArray("a\rb\r") << QStringList{"a", "b"};
-    QTest::newRow("no final end") << QByteArray("a\r\nb") << QStringList{"a", "b"};
-    QTest::newRow("empty lines kept") << QByteArray("\r\n\r\na\n\n") << QStringList{"", "", "a", ""};
-    QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << QStringList{"a", "", "b"};
-    QTest::newRow("empty file") << QByteArray() << QStringList{};
-    QByteArray boundary(65535, 'x');
-    boundary += "\r\ny";  // the CR ends one chunk, the LF begins the next
-    QTest::newRow("CR LF across a chunk") << boundary << QStringList{QString(65535, 'x'), "y"};
-    QTest::newRow("invalid UTF-8 line alone") << QByteArray("ok \xc3\xa9\r\nbad \xe9\r\n")
-                                              << QStringList{QString::fromUtf8("ok é"), QString::fromUtf8("bad é")};
-}
-
-void TestPlatform::linesEndAtAnyLineEnd()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QStringList, lines);
-    FakePlatform fake;
-    QCOMPARE(platform::readAllLines(fake.writeFile("t.txt", bytes)), lines);
-}
-
-void TestPlatform::wholeFileWriteIsAllOrNothing()
-{
-    FakePlatform fake;
-    const QString path = fake.writeFile("TandrelLines.txt", "old\r\n");
-    platform::setBeforeCommitHook([](const QString &) { platform::raise(platform::err::DiskFull); });
-    QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::writeWhole(path, "new\r\n"));
-    platform::setBeforeCommitHook({});
-    QCOMPARE(platform::readWhole(path), QStringLiteral("old\r\n"));
-    QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelLines.txt"});  // nothing left behind
-
-    platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
-    QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
-}
-
-void TestPlatform::writeIntoAReadOnlyPlaceFails()
-{
-    FakePlatform fake;
-    QVERIFY(QDir(fake.dir).mkdir("sub"));
-    QVERIFY(QDir(fake.dir).mkdir("sub/TandrelLines.txt"));
-    try {
-        platform::writeWhole(fake.path("sub/TandrelLines.txt"), "x");
-        QFAIL("a folder cannot be written as a file");
-    } catch (const platform::RuntimeError &e) {
-        QCOMPARE(e.number(), 75);
-    }
-    try {
-        platform::writeWhole(fake.path("missing/TandrelLines.txt"), "x");
-        QFAIL("a missing folder cannot hold a file");
-    } catch (const platform::RuntimeError &e) {
-        QCOMPARE(e.number(), 76);
-    }
-}
-
-void TestPlatform::namesMatchInAnyLetterCase()
-{
-    FakePlatform fake;
-    fake.writeFile("TandrelPhrases.txt", "x");
-    QVERIFY(platform::fileExists(fake.path("tandrelPhrases.txt")));
-    QCOMPARE(platform::onDisk(fake.path("TANDRELPHRASES.TXT")), fake.path("TandrelPhrases.txt"));
-    QVERIFY(!platform::fileExists(fake.path("TandrelLines.txt")));
-    // Writing under another spelling replaces the file that is there.
-    platform::writeWhole(fake.path("tandrelphrases.txt"), "y");
-    QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelPhrases.txt"});
-}
 
 TANDREL_TEST_MAIN(TestPlatform)
 #include "tst_platform.moc"

@@ -1,6 +1,10 @@
-// The line rules of both question files, as data.
+// Question files into decks: the line rules of both kinds as data, the two
+// messages of a start, the shuffle, and the shipped files.
+#include "FakePlatform.h"
 #include "TestMain.h"
-#include "core/QuestionRules.h"
+#include "core/Decks.h"
+#include "platform/Globals.h"
+#include <QFile>
 
 using questions::Kind;
 
@@ -12,94 +16,112 @@ const QString U9 = questions::PhraseBlank;
 class TestQuestionRules : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void matchFile_data();
-    void matchFile();
-    void phraseFile_data();
-    void phraseFile();
-    void splitShowsBothHalves();
+    void lineRules_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QStringList>("entries");
+        auto match = [](const char *name, const QStringList &lines, const QStringList &entries) {
+            QTest::newRow(name) << int(Kind::Match) << lines << entries;
+        };
+        auto phrase = [](const char *name, const QStringList &lines, const QStringList &entries) {
+            QTest::newRow(name) << int(Kind::Phrase) << lines << entries;
+        };
+        match("samples", {"# Tandrel Match Lines ", "", "Blank Winter", "Christmas Blank"}, {U19 + ",WINTER", "CHRISTMAS," + U19});
+        match("part of an earlier line", {"Shoe Blank", "hoe blank"}, {"SHOE," + U19});
+        match("same line in other case", {"Apple Blank", "APPLE BLANK", "apple blank"}, {"APPLE," + U19});
+        match("placeholder twice", {"Blank and Blank", "Snow BlankBlank"}, {});
+        match("placeholder alone, glued or missing", {"Blank", "  blank  ", "SnowBlank", "Blankety Cat", "Just words", "Blanket Fort"}, {});
+        match("text on both sides keeps the right half", {"Once in a Blank Moon"}, {"ONCE IN A," + U19 + " MOON"});
+        match("separators become spaces", {"Ice;Cream,\tBlank"}, {"ICE CREAM," + U19});
+        match("double spaces collapse", {"Hot      Blank"}, {"HOT," + U19});
+        match("comment after trim, tab then hash is not", {"   # Comment Blank", "\t#Hash Blank"}, {" #HASH," + U19});
+        match("a later longer line is not a repeat", {"Hoe Blank", "Shoe Blank"}, {"HOE," + U19, "SHOE," + U19});
+        match("rejected lines do not count as repeats", {"Blank Blank Shoe", "Blank Shoe"}, {U19 + ",SHOE"});
+        match("overlong line skipped", {QString(1200, 'A') + " Blank", "Short Blank"}, {"SHORT," + U19});
+        phrase("three spellings", {"A Blank b BLANK c blank d"}, {"A " + U9 + " b " + U9 + " c " + U9 + " d"});
+        phrase("other spellings do not count", {"A bLaNk here"}, {});
+        phrase("case matters for repeats", {"The Blank cat", "the Blank cat", "The Blank cat"}, {"The " + U9 + " cat", "the " + U9 + " cat"});
+        phrase("part of an earlier phrase", {"Mary has a Blank lamb.", "has a Blank"}, {"Mary has a " + U9 + " lamb."});
+        phrase("inside a longer word", {"Grab a Blanket now", "Blankets for all"}, {"Grab a " + U9 + "et now", U9 + " ets for all"});
+        phrase("at the start and the end", {"Blank", "Blank."}, {U9 + " ", U9 + " ."});
+        phrase("glued twice", {"xBLANKBlanky"}, {"x" + U9 + " " + U9 + " y"});
+        phrase("commas and semicolons", {"Paul said, 'a Blank suit;' ok"}, {"Paul said 'a " + U9 + " suit ' ok"});
+        phrase("comment and empty", {"# Tandrel Phrase Questions ", "", "#Blank"}, {});
+        phrase("tab kept by the trim, then a space", {"\tWe Blank"}, {" We " + U9});
+    }
+    void lineRules()
+    {
+        QFETCH(int, kind);
+        QFETCH(QStringList, lines);
+        QFETCH(QStringList, entries);
+        QCOMPARE(questions::acceptLines(Kind(kind), lines), entries);
+        if (Kind(kind) == Kind::Match && !entries.isEmpty()) {
+            const auto halves = questions::splitMatch(entries.last());
+            QCOMPARE(halves.left + ',' + halves.right, entries.last());
+        }
+    }
+
+    void startMessages()
+    {
+        FakePlatform fake;
+        const QString path = fake.path("TandrelLines.txt");
+        QVERIFY(!decks::CheckQuestionFile(path));
+        fake.writeFile("TandrelLines.txt", "# only a comment Blank\r\nBlank\r\n");
+        QVERIFY(decks::CheckQuestionFile(path));
+        QVERIFY(!decks::LoadMatchDeck(path));
+        QCOMPARE(fake.boxes.size(), 2);
+        QCOMPARE(fake.boxes[0].title, QStringLiteral("File Does Not Exist"));
+        QCOMPARE(fake.boxes[0].text, "File " + path + " does not exist, please create it from the Config menu item, or \r\n"
+                                     "performing an Update from the About menu pulldown will retrieve this file from the internet.\r\n\r\n");
+        QCOMPARE(fake.boxes[1].title, QStringLiteral("Exiting File Load"));
+        QCOMPARE(fake.boxes[1].text, "File " + path + " does not contain any questions.");
+        QCOMPARE(fake.boxes[0].style + fake.boxes[1].style, 128);
+    }
+
+    void deckIsAShuffleOfTheAcceptedLines()
+    {
+        FakePlatform fake;
+        QByteArray bytes;
+        for (int i = 0; i < 200; ++i)
+            bytes += "Item" + QByteArray::number(i) + "z Blank\r\n";
+        const QString path = fake.writeFile("TandrelLines.txt", bytes);
+        const QStringList deck = decks::LoadDeck(Kind::Match, path).value();
+        const QStringList inOrder = decks::ReadEntries(Kind::Match, path);
+        QCOMPARE(inOrder.size(), 200);
+        QVERIFY(deck != inOrder);
+        QCOMPARE(QSet<QString>(deck.begin(), deck.end()), QSet<QString>(inOrder.begin(), inOrder.end()));
+
+        // i = 0: 0.5*3+0 = 1.5 rounds to 2; i = 1: 0.25*2+1 = 1.5 rounds to 2;
+        // i = 2: 0.99*1+2 rounds to 3; i = 3: always itself.
+        const QStringList entries{"a", "b", "c", "d"};
+        fake.randomValues = {0.5f, 0.25f, 0.99f, 0.0f};
+        QCOMPARE(Globals::ShuffleArray(entries), (QStringList{"c", "a", "d", "b"}));
+        QCOMPARE(Globals::ShuffleArray(QStringList{"only"}), QStringList{"only"});
+    }
+
+    void shippedFilesLoseNoLine_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("kind");
+        QTest::newRow("match lines") << "TandrelLines.txt" << int(Kind::Match);
+        QTest::newRow("phrases") << "TandrelPhrases.txt" << int(Kind::Phrase);
+    }
+    void shippedFilesLoseNoLine()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, kind);
+        QFile file(QStringLiteral(TANDREL_SOURCE_DIR "/assets/") + name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(!bytes.contains("\n\n") && !bytes.contains("\r\r"));  // CR LF throughout
+        int questionLines = 0;
+        for (const QByteArray &line : bytes.split('\n'))
+            questionLines += !line.trimmed().isEmpty() && !line.startsWith('#');
+        QCOMPARE(decks::ReadEntries(Kind(kind), file.fileName()).size(), questionLines);
+        QVERIFY(questionLines >= 100);
+    }
 };
-
-void TestQuestionRules::matchFile_data()
-{
-    QTest::addColumn<QStringList>("lines");
-    QTest::addColumn<QStringList>("entries");
-
-    QTest::newRow("samples") << QStringList{"# Tandrel Match Lines ", "", "Blank Winter", "Christmas Blank"}
-                             << QStringList{U19 + ",WINTER", "CHRISTMAS," + U19};
-    QTest::newRow("part of an earlier line") << QStringList{"Shoe Blank", "hoe blank"}
-                                             << QStringList{"SHOE," + U19};
-    QTest::newRow("same line in other case") << QStringList{"Apple Blank", "APPLE BLANK", "apple blank"}
-                                             << QStringList{"APPLE," + U19};
-    QTest::newRow("placeholder twice") << QStringList{"Blank and Blank", "Snow BlankBlank"} << QStringList{};
-    QTest::newRow("placeholder alone") << QStringList{"Blank", "  blank  "} << QStringList{};
-    QTest::newRow("placeholder glued") << QStringList{"SnowBlank", "Blankety Cat"} << QStringList{};
-    QTest::newRow("no placeholder") << QStringList{"Just words"} << QStringList{};
-    QTest::newRow("text on both sides keeps the right half")
-        << QStringList{"Once in a Blank Moon"} << QStringList{"ONCE IN A," + U19 + " MOON"};
-    QTest::newRow("placeholder inside a longer word still counts once")
-        << QStringList{"Blanket Fort"} << QStringList{};
-    QTest::newRow("separators become spaces") << QStringList{"Ice;Cream,\tBlank"}
-                                              << QStringList{"ICE CREAM," + U19};
-    QTest::newRow("double spaces collapse") << QStringList{"Hot      Blank"} << QStringList{"HOT," + U19};
-    QTest::newRow("comment after trim") << QStringList{"   # Comment Blank"} << QStringList{};
-    QTest::newRow("tab then hash is not a comment") << QStringList{"\t#Hash Blank"}
-                                                    << QStringList{" #HASH," + U19};
-    QTest::newRow("a later longer line is not a repeat") << QStringList{"Hoe Blank", "Shoe Blank"}
-                                                         << QStringList{"HOE," + U19, "SHOE," + U19};
-    QTest::newRow("rejected lines do not count as repeats")
-        << QStringList{"Blank Blank Shoe", "Blank Shoe"} << QStringList{U19 + ",SHOE"};
-    QTest::newRow("bare spaces and empties") << QStringList{"", "    ", "#"} << QStringList{};
-    QTest::newRow("overlong line skipped")
-        << QStringList{QString(1200, 'A') + " Blank", "Short Blank"} << QStringList{"SHORT," + U19};
-}
-
-void TestQuestionRules::matchFile()
-{
-    QFETCH(QStringList, lines);
-    QFETCH(QStringList, entries);
-    QCOMPARE(questions::acceptLines(Kind::Match, lines), entries);
-}
-
-void TestQuestionRules::phraseFile_data()
-{
-    QTest::addColumn<QStringList>("lines");
-    QTest::addColumn<QStringList>("entries");
-
-    QTest::newRow("three spellings") << QStringList{"A Blank b BLANK c blank d"}
-                                     << QStringList{"A " + U9 + " b " + U9 + " c " + U9 + " d"};
-    QTest::newRow("other spellings do not count") << QStringList{"A bLaNk here"} << QStringList{};
-    QTest::newRow("case matters for repeats") << QStringList{"The Blank cat", "the Blank cat", "The Blank cat"}
-                                              << QStringList{"The " + U9 + " cat", "the " + U9 + " cat"};
-    QTest::newRow("part of an earlier phrase") << QStringList{"Mary has a Blank lamb.", "has a Blank"}
-                                               << QStringList{"Mary has a " + U9 + " lamb."};
-    QTest::newRow("inside a longer word") << QStringList{"Grab a Blanket now"}
-                                          << QStringList{"Grab a " + U9 + "et now"};
-    QTest::newRow("longer word first on the line") << QStringList{"Blankets for all"}
-                                                   << QStringList{U9 + " ets for all"};
-    QTest::newRow("at the start and the end") << QStringList{"Blank", "Blank."}
-                                              << QStringList{U9 + " ", U9 + " ."};
-    QTest::newRow("glued twice") << QStringList{"xBLANKBlanky"} << QStringList{"x" + U9 + " " + U9 + " y"};
-    QTest::newRow("commas and semicolons") << QStringList{"Paul said, 'a Blank suit;' ok"}
-                                           << QStringList{"Paul said 'a " + U9 + " suit ' ok"};
-    QTest::newRow("comment and empty") << QStringList{"# Tandrel Phrase Questions ", "", "#Blank"}
-                                       << QStringList{};
-    QTest::newRow("tab kept by the trim, then a space")
-        << QStringList{"\tWe Blank"} << QStringList{" We " + U9};
-}
-
-void TestQuestionRules::phraseFile()
-{
-    QFETCH(QStringList, lines);
-    QFETCH(QStringList, entries);
-    QCOMPARE(questions::acceptLines(Kind::Phrase, lines), entries);
-}
-
-void TestQuestionRules::splitShowsBothHalves()
-{
-    const auto halves = questions::splitMatch("ONCE IN A," + U19 + " MOON");
-    QCOMPARE(halves.left, QStringLiteral("ONCE IN A"));
-    QCOMPARE(halves.right, U19 + " MOON");
-}
 
 TANDREL_TEST_MAIN(TestQuestionRules)
 #include "tst_questionrules.moc"

@@ -57,66 +57,57 @@ QStringList generatedFile(std::mt19937 &gen, Kind kind, int count)
 class TestRepeatFilter : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void singlePassRulesEqualLiteral_data();
-    void singlePassRulesEqualLiteral();
-    void fastReaderEqualsLiteral_data();
-    void fastReaderEqualsLiteral();
-    void templatedLinesStayDistinct();
+    void singlePassRulesEqualLiteral_data()
+    {
+        QTest::addColumn<int>("seed");
+        for (int seed = 1; seed <= 20; ++seed)
+            QTest::addRow("seed %d", seed) << seed;
+    }
+    void singlePassRulesEqualLiteral()
+    {
+        QFETCH(int, seed);
+        std::mt19937 gen(seed);
+        for (Kind kind : {Kind::Match, Kind::Phrase})
+            for (const QString &line : generatedFile(gen, kind, 500)) {
+                const auto fast = questions::candidate(kind, line);
+                const auto slow = kind == Kind::Match ? questions::literal::matchCandidate(line)
+                                                      : questions::literal::phraseCandidate(line);
+                QVERIFY2(fast == slow, qPrintable(QStringLiteral("line '%1': '%2' against '%3'")
+                                                      .arg(line, fast.value_or("(none)"), slow.value_or("(none)"))));
+            }
+    }
+    void fastReaderEqualsLiteral_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("seed");
+        for (int seed = 1; seed <= 40; ++seed) {
+            QTest::addRow("match %d", seed) << int(Kind::Match) << seed;
+            QTest::addRow("phrase %d", seed) << int(Kind::Phrase) << seed;
+        }
+    }
+    void fastReaderEqualsLiteral()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, seed);
+        std::mt19937 gen(seed);
+        const QStringList lines = generatedFile(gen, Kind(kind), 600);
+        const QStringList fast = questions::acceptLines(Kind(kind), lines);
+        QCOMPARE(fast, literalReader(Kind(kind), lines));
+        QVERIFY(!fast.isEmpty());
+    }
+    void templatedLinesStayDistinct()
+    {
+        // Lines that share most of their text but are not parts of each other.
+        QStringList lines;
+        for (int i = 0; i < 3000; ++i)
+            lines << QStringLiteral("My friend number %1 never eats Blank at the party.").arg(i);
+        lines << QStringLiteral("friend number 12 never eats Blank at the") << QStringLiteral("number 3000 eats Blank");
+        const QStringList entries = questions::acceptLines(Kind::Phrase, lines);
+        QCOMPARE(entries.size(), 3001);
+        QCOMPARE(entries, literalReader(Kind::Phrase, lines));
+    }
 };
 
-void TestRepeatFilter::singlePassRulesEqualLiteral_data()
-{
-    QTest::addColumn<int>("seed");
-    for (int seed = 1; seed <= 20; ++seed)
-        QTest::addRow("seed %d", seed) << seed;
-}
-
-void TestRepeatFilter::singlePassRulesEqualLiteral()
-{
-    QFETCH(int, seed);
-    std::mt19937 gen(seed);
-    for (Kind kind : {Kind::Match, Kind::Phrase})
-        for (const QString &line : generatedFile(gen, kind, 500)) {
-            const auto fast = questions::candidate(kind, line);
-            const auto slow = kind == Kind::Match ? questions::literal::matchCandidate(line)
-                                                  : questions::literal::phraseCandidate(line);
-            QVERIFY2(fast == slow, qPrintable(QStringLiteral("line '%1': '%2' against '%3'")
-                                                  .arg(line, fast.value_or("(none)"), slow.value_or("(none)"))));
-        }
-}
-
-void TestRepeatFilter::fastReaderEqualsLiteral_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("seed");
-    for (int seed = 1; seed <= 40; ++seed) {
-        QTest::addRow("match %d", seed) << int(Kind::Match) << seed;
-        QTest::addRow("phrase %d", seed) << int(Kind::Phrase) << seed;
-    }
-}
-
-void TestRepeatFilter::fastReaderEqualsLiteral()
-{
-    QFETCH(int, kind);
-    QFETCH(int, seed);
-    std::mt19937 gen(seed);
-    const QStringList lines = generatedFile(gen, Kind(kind), 600);
-    const QStringList fast = questions::acceptLines(Kind(kind), lines);
-    QCOMPARE(fast, literalReader(Kind(kind), lines));
-    QVERIFY(!fast.isEmpty());
-}
-
-void TestRepeatFilter::templatedLinesStayDistinct()
-{
-    // Lines that share most of their text but are not parts of each other.
-    QStringList lines;
-    for (int i = 0; i < 3000; ++i)
-        lines << QStringLiteral("My friend number %1 never eats Blank at the party.").arg(i);
-    lines << QStringLiteral("friend number 12 never eats Blank at the") << QStringLiteral("number 3000 eats Blank");
-    const QStringList entries = questions::acceptLines(Kind::Phrase, lines);
-    QCOMPARE(entries.size(), 3001);
-    QCOMPARE(entries, literalReader(Kind::Phrase, lines));
-}
 
 TANDREL_TEST_MAIN(TestRepeatFilter)
 #include "tst_repeatfilter.moc"

@@ -51,7 +51,7 @@ struct Start {
     QPointer<frmSplash> splash;
     Start()
     {
-        fake.writeFile(QStringLiteral("TandrelLines.txt"), questionFile(matchLines(4)));
+        fake.writeFile(QStringLiteral("TandrelLines.txt"), questionFile(questionLines(4, false)));
         fake.writeFile(QStringLiteral("LogInfo.txt"), "last run\r\n");
         Globals::ResetLogForTests();
         frmSplash::RegistryFilesChecked = false;
@@ -67,131 +67,120 @@ struct Start {
 class TestSplash : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void startLogsThenOpensTheMainWindow();
-    void componentCheckLogsWhatItFinds_data();
-    void componentCheckLogsWhatItFinds();
-    void aboutIsTheSplashHeldOpen();
-    void missingComponentKeepsTheSplashWithAWayOut();
-    void publisherLinesOpenTheSite();
+    void startLogsThenOpensTheMainWindow()
+    {
+        Start s;
+        const QStringList banner{"Application Name Tandrel Software Version 1.0.0", "Loading frmSplash",
+                                 "Checking For Needed Registry Files"};
+        QCOMPARE(s.fake.logTexts(), banner + AllPresent + QStringList{"Loading Skinner..."});
+        QCOMPARE(s.splash->ui()->lblVersion->text(), QStringLiteral("Tandrel Software Version 1.0.0"));
+        QVERIFY(s.splash->ui()->clkClose->isHidden());
+        QVERIFY(s.splash->Timer1->isActive());
+        QCOMPARE(s.splash->Timer1->interval(), 1000);
+        QVERIFY(!s.main());
+
+        QTRY_VERIFY_WITH_TIMEOUT(s.main() && s.main()->isVisible(), 3000);
+        QTRY_VERIFY(!s.splash);
+        const QStringList log = s.fake.logTexts();
+        QVERIFY(log.indexOf("Loading Form frmTandrel") > log.indexOf("Loading Skinner..."));
+        QCOMPARE(log.last(), QStringLiteral("Unloading Form frmSplash"));
+        QVERIFY(!qApp->styleSheet().isEmpty());
+    }
+    void componentCheckLogsWhatItFinds_data()
+    {
+        QTest::addColumn<QStringList>("absent");
+        QTest::addColumn<QStringList>("broken");
+        QTest::addColumn<QStringList>("fixedByLaunch");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("all present") << QStringList() << QStringList() << QStringList() << AllPresent;
+        QTest::newRow("media player not installed")
+            << QStringList{"wmp.dll"} << QStringList() << QStringList()
+            << replaced(replaced(AllPresent, "File wmp.dll Exists...", {"File wmp.dll Does Not Exist..."}),
+                        "File wmp.dll is registered...", {});
+        QTest::newRow("buttons do not load")
+            << QStringList() << QStringList{"SonicClickUltra.ocx"} << QStringList()
+            << replaced(AllPresent, "File SonicClickUltra.ocx is registered...", failedAttempt("SonicClickUltra.ocx"));
+        QTest::newRow("no decoders: media advice last")
+            << QStringList() << QStringList{"wmp.dll"} << QStringList()
+            << replaced(AllPresent, "File wmp.dll is registered...", failedAttempt("wmp.dll", true));
+        QTest::newRow("tabs: no existence test, no media advice")
+            << QStringList{"TabCtl32.ocx"} << QStringList() << QStringList()
+            << replaced(AllPresent, "File TabCtl32.ocx is registered...", failedAttempt("TabCtl32.ocx"));
+        QTest::newRow("loads after the launch")
+            << QStringList() << QStringList{"RICHTX32.OCX"} << QStringList{"RICHTX32.OCX"}
+            << replaced(AllPresent, "File RICHTX32.OCX is registered...",
+                        failedAttempt("RICHTX32.OCX").mid(0, 2));
+    }
+    void componentCheckLogsWhatItFinds()
+    {
+        QFETCH(QStringList, absent);
+        QFETCH(QStringList, broken);
+        QFETCH(QStringList, fixedByLaunch);
+        QFETCH(QStringList, lines);
+        FakePlatform fake;
+        fake.absentComponents = absent;
+        fake.missingComponents = broken;
+        fake.componentsLoadingAfterLaunch = fixedByLaunch;
+        frmSplash splash;
+        splash.checkRegistryFiles();
+        QCOMPARE(fake.logTexts(), lines);
+        for (const QString &launch : fake.launches)
+            QVERIFY(launch.startsWith("runas|" + fake.dir + "/Regsvr32 /s") && launch.endsWith("| /admin"));
+        QCOMPARE(fake.boxes.size(), 0);
+    }
+    void aboutIsTheSplashHeldOpen()
+    {
+        Start s;
+        QTRY_VERIFY_WITH_TIMEOUT(s.main() && !s.splash, 3000);
+        const int before = s.fake.logTexts().size();
+        s.main()->clkAbout_Click();
+        s.main()->clkAbout_Click();
+        const QStringList added = s.fake.logTexts().mid(before);
+        QCOMPARE(added, (QStringList{"Application Name Tandrel Software Version 1.0.0", "Loading frmSplash",
+                                     "Loading Skinner..."}));
+        auto *about = qobject_cast<frmSplash *>(platform::loadedWindow("frmSplash"));
+        QVERIFY(about && about->isVisible());
+        QVERIFY(!about->Timer1->isActive());
+        QVERIFY(!about->ui()->clkClose->isHidden());
+        QTest::qWait(1200);  // past the tick that would have opened a main window
+        int mains = 0;
+        for (QWidget *w : platform::loadedWindows())
+            mains += w->objectName() == QLatin1String("frmTandrel");
+        QCOMPARE(mains, 1);
+        QTest::keyClick(about, Qt::Key_Escape);
+        QCOMPARE(s.fake.logTexts().last(), QStringLiteral("Unloading Form frmSplash"));
+        QVERIFY(s.main()->isVisible());
+    }
+    void missingComponentKeepsTheSplashWithAWayOut()
+    {
+        Start s;
+        s.fake.playerFailure = platform::err::ComponentMissing;
+        s.splash->Timer1_Timer();
+        QCOMPARE(s.fake.boxTitles(), QStringList{"Error"});
+        QVERIFY2(s.fake.boxes[0].text.startsWith(
+                     "The main form appears to be having problems loading...\r\n"
+                     "There may be a problem with trying to access the Windows Media Player dll file 'wmp.dll'\r\n"
+                     "Please ensure you have the latest version of windows media player installed...\r\n"
+                     "Latest version of windows media player can be found at :\r\nhttps://"),
+                 qPrintable(s.fake.boxes[0].text));
+        QVERIFY(s.fake.boxes[0].text.contains("\r\n\r\nCurrent SubRoutine is Timer1_Timer\r\nError Number: 339\r\n"));
+        QVERIFY(!s.main());
+        QVERIFY(s.splash && s.splash->isVisible() && !s.splash->Timer1->isActive());
+        QVERIFY(!s.splash->ui()->clkClose->isHidden());
+        s.splash->ui()->clkClose->click();
+        QTRY_VERIFY(!s.splash);
+    }
+    void publisherLinesOpenTheSite()
+    {
+        Start s;
+        s.splash->Timer1->stop();
+        for (QLabel *label : s.splash->lbl1)
+            QTest::mouseClick(label, Qt::LeftButton);
+        QCOMPARE(s.fake.urlsOpened.size(), 5);
+        QCOMPARE(s.fake.urlsOpened.last(), s.splash->lbl1[4]->text());
+    }
 };
 
-void TestSplash::startLogsThenOpensTheMainWindow()
-{
-    Start s;
-    const QStringList banner{"Application Name Tandrel Software Version 1.0.0", "Loading frmSplash",
-                             "Checking For Needed Registry Files"};
-    QCOMPARE(s.fake.logTexts(), banner + AllPresent + QStringList{"Loading Skinner..."});
-    QCOMPARE(s.splash->ui()->lblVersion->text(), QStringLiteral("Tandrel Software Version 1.0.0"));
-    QVERIFY(s.splash->ui()->clkClose->isHidden());
-    QVERIFY(s.splash->Timer1->isActive());
-    QCOMPARE(s.splash->Timer1->interval(), 1000);
-    QVERIFY(!s.main());
-
-    QTRY_VERIFY_WITH_TIMEOUT(s.main() && s.main()->isVisible(), 3000);
-    QTRY_VERIFY(!s.splash);
-    const QStringList log = s.fake.logTexts();
-    QVERIFY(log.indexOf("Loading Form frmTandrel") > log.indexOf("Loading Skinner..."));
-    QCOMPARE(log.last(), QStringLiteral("Unloading Form frmSplash"));
-    QVERIFY(!qApp->styleSheet().isEmpty());
-}
-
-void TestSplash::componentCheckLogsWhatItFinds_data()
-{
-    QTest::addColumn<QStringList>("absent");
-    QTest::addColumn<QStringList>("broken");
-    QTest::addColumn<QStringList>("fixedByLaunch");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("all present") << QStringList() << QStringList() << QStringList() << AllPresent;
-    QTest::newRow("media player not installed")
-        << QStringList{"wmp.dll"} << QStringList() << QStringList()
-        << replaced(replaced(AllPresent, "File wmp.dll Exists...", {"File wmp.dll Does Not Exist..."}),
-                    "File wmp.dll is registered...", {});
-    QTest::newRow("buttons do not load")
-        << QStringList() << QStringList{"SonicClickUltra.ocx"} << QStringList()
-        << replaced(AllPresent, "File SonicClickUltra.ocx is registered...", failedAttempt("SonicClickUltra.ocx"));
-    QTest::newRow("no decoders: media advice last")
-        << QStringList() << QStringList{"wmp.dll"} << QStringList()
-        << replaced(AllPresent, "File wmp.dll is registered...", failedAttempt("wmp.dll", true));
-    QTest::newRow("tabs: no existence test, no media advice")
-        << QStringList{"TabCtl32.ocx"} << QStringList() << QStringList()
-        << replaced(AllPresent, "File TabCtl32.ocx is registered...", failedAttempt("TabCtl32.ocx"));
-    QTest::newRow("loads after the launch")
-        << QStringList() << QStringList{"RICHTX32.OCX"} << QStringList{"RICHTX32.OCX"}
-        << replaced(AllPresent, "File RICHTX32.OCX is registered...",
-                    failedAttempt("RICHTX32.OCX").mid(0, 2));
-}
-
-void TestSplash::componentCheckLogsWhatItFinds()
-{
-    QFETCH(QStringList, absent);
-    QFETCH(QStringList, broken);
-    QFETCH(QStringList, fixedByLaunch);
-    QFETCH(QStringList, lines);
-    FakePlatform fake;
-    fake.absentComponents = absent;
-    fake.missingComponents = broken;
-    fake.componentsLoadingAfterLaunch = fixedByLaunch;
-    frmSplash splash;
-    splash.checkRegistryFiles();
-    QCOMPARE(fake.logTexts(), lines);
-    for (const QString &launch : fake.launches)
-        QVERIFY(launch.startsWith("runas|" + fake.dir + "/Regsvr32 /s") && launch.endsWith("| /admin"));
-    QCOMPARE(fake.boxes.size(), 0);
-}
-
-void TestSplash::aboutIsTheSplashHeldOpen()
-{
-    Start s;
-    QTRY_VERIFY_WITH_TIMEOUT(s.main() && !s.splash, 3000);
-    const int before = s.fake.logTexts().size();
-    s.main()->clkAbout_Click();
-    s.main()->clkAbout_Click();
-    const QStringList added = s.fake.logTexts().mid(before);
-    QCOMPARE(added, (QStringList{"Application Name Tandrel Software Version 1.0.0", "Loading frmSplash",
-                                 "Loading Skinner..."}));
-    auto *about = qobject_cast<frmSplash *>(platform::loadedWindow("frmSplash"));
-    QVERIFY(about && about->isVisible());
-    QVERIFY(!about->Timer1->isActive());
-    QVERIFY(!about->ui()->clkClose->isHidden());
-    QTest::qWait(1200);  // past the tick that would have opened a main window
-    int mains = 0;
-    for (QWidget *w : platform::loadedWindows())
-        mains += w->objectName() == QLatin1String("frmTandrel");
-    QCOMPARE(mains, 1);
-    QTest::keyClick(about, Qt::Key_Escape);
-    QCOMPARE(s.fake.logTexts().last(), QStringLiteral("Unloading Form frmSplash"));
-    QVERIFY(s.main()->isVisible());
-}
-
-void TestSplash::missingComponentKeepsTheSplashWithAWayOut()
-{
-    Start s;
-    s.fake.playerFailure = platform::err::ComponentMissing;
-    s.splash->Timer1_Timer();
-    QCOMPARE(s.fake.boxTitles(), QStringList{"Error"});
-    QVERIFY2(s.fake.boxes[0].text.startsWith(
-                 "The main form appears to be having problems loading...\r\n"
-                 "There may be a problem with trying to access the Windows Media Player dll file 'wmp.dll'\r\n"
-                 "Please ensure you have the latest version of windows media player installed...\r\n"
-                 "Latest version of windows media player can be found at :\r\nhttps://"),
-             qPrintable(s.fake.boxes[0].text));
-    QVERIFY(s.fake.boxes[0].text.contains("\r\n\r\nCurrent SubRoutine is Timer1_Timer\r\nError Number: 339\r\n"));
-    QVERIFY(!s.main());
-    QVERIFY(s.splash && s.splash->isVisible() && !s.splash->Timer1->isActive());
-    QVERIFY(!s.splash->ui()->clkClose->isHidden());
-    s.splash->ui()->clkClose->click();
-    QTRY_VERIFY(!s.splash);
-}
-
-void TestSplash::publisherLinesOpenTheSite()
-{
-    Start s;
-    s.splash->Timer1->stop();
-    for (QLabel *label : s.splash->lbl1)
-        QTest::mouseClick(label, Qt::LeftButton);
-    QCOMPARE(s.fake.urlsOpened.size(), 5);
-    QCOMPARE(s.fake.urlsOpened.last(), s.splash->lbl1[4]->text());
-}
 
 TANDREL_TEST_MAIN(TestSplash)
 #include "tst_splash.moc"

@@ -1,6 +1,7 @@
 #pragma once
 // A main window on the test platform, started the way the program starts it,
-// with question files of known size in its program folder.
+// with question files of known size in its program folder, and played from a
+// short script as a host would play it.
 #include "FakePlatform.h"
 #include "shell/frmTandrel.h"
 #include "timing/Countdown.h"
@@ -8,10 +9,11 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
-#include <QTimer>
+#include <QTest>
 #include <memory>
 
 // A question file: comment header, one line each, CR LF.
@@ -24,26 +26,21 @@ inline QByteArray questionFile(const QStringList &lines)
 }
 
 // Distinct questions that no repeat rule merges.
-inline QStringList questionLines(int count, const QString &shape)
+inline QStringList questionLines(int count, bool phrase)
 {
     QStringList lines;
     for (int i = 0; i < count; ++i)
-        lines << shape.arg(QChar('A' + i % 26) + QString::number(i));
+        lines << QString(phrase ? "Phrase %1 has a Blank in it." : "Match%1 Blank").arg(QChar('A' + i % 26) + QString::number(i));
     return lines;
 }
-inline QStringList matchLines(int count)
-{
-    return questionLines(count, QStringLiteral("Match%1 Blank"));
-}
-inline QStringList phraseLines(int count)
-{
-    return questionLines(count, QStringLiteral("Phrase %1 has a Blank in it."));
-}
+inline const QString MatchFile = QStringLiteral("TandrelLines.txt");
+inline const QString PhraseFile = QStringLiteral("TandrelPhrases.txt");
 
 struct GameWindow {
     FakePlatform fake;
     std::unique_ptr<frmTandrel> window;
-    QStringList winMessages;  // what frmWin said, in order
+    QStringList shown;  // every end-of-game dialog and message box, in order
+    QString winAnswer = QStringLiteral("clkClose");
 
     // 0 questions of a kind means that file is missing; so does an empty
     // configuration file.
@@ -51,41 +48,31 @@ struct GameWindow {
     {
         if (!config.isEmpty())
             fake.writeFile(QStringLiteral("Tandrel.cfg"), config);
-        if (matches > 0)
-            fake.writeFile(QStringLiteral("TandrelLines.txt"), questionFile(matchLines(matches)));
-        if (phrases > 0)
-            fake.writeFile(QStringLiteral("TandrelPhrases.txt"), questionFile(phraseLines(phrases)));
+        for (bool phrase : {false, true})
+            if (int n = phrase ? phrases : matches)
+                fake.writeFile(phrase ? PhraseFile : MatchFile, questionFile(questionLines(n, phrase)));
+        // An end-of-game dialog as "won Ann 5" or "tie Ann  Bob at 10".
+        fake.onModal = [this](QDialog &dialog) {
+            const QStringList parts = dialog.findChild<QAbstractButton *>(QStringLiteral("clkStatus"))->text().split("\r\n\r\n");
+            const bool tie = parts.size() > 3;
+            shown << (tie ? "tie " + parts[2] + " at " + parts[3].section(' ', -1)
+                          : "won " + parts[1].section(" has won", 0, 0) + ' ' + parts[1].section(' ', -1));
+            if (winAnswer.isEmpty())
+                return int(QDialog::Rejected);
+            dialog.findChild<QAbstractButton *>(winAnswer)->click();
+            return dialog.result();
+        };
+        fake.onBox = [this](const ShownBox &) { shown << fake.boxesShown().last(); };
         window = std::make_unique<frmTandrel>();
         window->Form_Load();
-        answerWin("clkClose");
     }
 
     frmTandrel &w() { return *window; }
     Ui::frmTandrel *ui() { return window->ui(); }
     const game::Game &game() { return window->game(); }
-
-    // frmWin is answered by clicking the named button.
-    void answerWin(const char *button)
-    {
-        fake.onModal = [this, button](QDialog &dialog) {
-            winMessages << dialog.findChild<QAbstractButton *>(QStringLiteral("clkStatus"))->text();
-            dialog.findChild<QAbstractButton *>(QString::fromLatin1(button))->click();
-            return dialog.result();
-        };
-    }
-
+    const game::Deck &deck(bool phrase) { return game().deck(phrase ? questions::Kind::Phrase : questions::Kind::Match); }
     QString score(int row) { return window->txtCounter[size_t(row)]->text(); }
-    // Points given with the row's up button, from 0.
-    void setScore(int row, int value)
-    {
-        while (game().score(row) > 0)
-            window->clkDown[size_t(row)]->click();
-        for (int i = 0; i < value; ++i)
-            window->clkUp[size_t(row)]->click();
-    }
-    void setPlayers(int count) { ui()->cmbNumPlayers->setCurrentText(QString::number(count)); }
     int turn() { return game().currentPlayer(); }
-    int position(bool phrase) { return game().deck(phrase ? questions::Kind::Phrase : questions::Kind::Match).position(); }
     int highlightedRow()
     {
         int found = -1;
@@ -94,23 +81,95 @@ struct GameWindow {
                 found = found == -1 ? i : -2;  // -2: more than one
         return found;
     }
-    QString shown(bool phrase)
+    QString question(bool phrase)
     {
         return phrase ? ui()->lblPhrase->text() : window->lblName[0]->text() + window->lblName[1]->text();
     }
     QString status(bool phrase) { return (phrase ? ui()->clkStatusPhrase : ui()->clkStatusMatch)->text(); }
-    QString round() { return ui()->clkRound->text(); }
     QString display() { return ui()->txtTimer->text(); }
     bool counting() { return window->countdown().isRunning(); }
-    void next(bool phrase) { (phrase ? ui()->clkNextPhrase : ui()->clkNext)->click(); }
-    void prev(bool phrase) { (phrase ? ui()->clkPrevPhrase : ui()->clkPrev)->click(); }
-    void start(bool phrase) { (phrase ? ui()->clkStartPhrase : ui()->clkStart)->click(); }
-    // Timer and sound on, then a fresh record of the players.
-    void timerAndSoundOn()
+
+    // Plays a script of space-separated steps; lower case is the match tab,
+    // upper case the phrase tab:
+    //   n N next, p P previous, s S start (then the answers given by a1 a6...)
+    //   u0 d0 a point up or down for row 0; =0:5 row 0's score made 5
+    //   c3 three players, w5 score to win 5 (by the mouse); k2 row 2's turn
+    //   yes no: the end-of-game dialog's answer; esc: closed without one
+    //   -m -p the file gone; 0m 0p the file without questions; +m +p four new
+    //   T t timer on or off; O o sound on or off; v a tick of the countdown
+    //   tab0 tab1 a tab chosen; ^ _ PageDown and PageUp in a player's name
+    void play(const QString &script)
     {
-        frmTandrel::selectOption(window->OptTimer[0]);
-        frmTandrel::selectOption(window->optSound[0]);
-        fake.mediaCalls.clear();
+        for (const QString &step : script.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+            const QChar c = step[0];
+            const int n = step.mid(1).section(QLatin1Char(':'), 0, 0).toInt();
+            const bool phrase = c.isUpper();
+            if (step == "yes" || step == "no" || step == "esc")
+                winAnswer = step == "yes" ? "clkYes" : step == "no" ? "clkNo" : "";
+            else if (step.startsWith("tab"))
+                ui()->SSTab1->setCurrentIndex(step.mid(3).toInt());
+            else if (c == 'n' || c == 'N')
+                (phrase ? ui()->clkNextPhrase : ui()->clkNext)->click();
+            else if (c == 'p' || c == 'P')
+                (phrase ? ui()->clkPrevPhrase : ui()->clkPrev)->click();
+            else if (c == 's' || c == 'S')
+                (phrase ? ui()->clkStartPhrase : ui()->clkStart)->click();
+            else if (c == 'a')
+                fake.answers << n;
+            else if (c == 'u' || c == 'd')
+                (c == 'u' ? window->clkUp : window->clkDown)[size_t(n)]->click();
+            else if (c == '=')
+                for (int i = 0, want = step.section(QLatin1Char(':'), 1).toInt(); i < 40 && game().score(n) != want; ++i)
+                    (game().score(n) < want ? window->clkUp : window->clkDown)[size_t(n)]->click();
+            else if (c == 'c' || c == 'w')
+                (c == 'c' ? ui()->cmbNumPlayers : ui()->cmbScoreToWin)->setCurrentText(QString::number(n));
+            else if (c == 'k')
+                QTest::mouseDClick(window->txtPlayer[size_t(n)], Qt::LeftButton);
+            else if (c == '-')
+                QFile::remove(fake.path(step == "-m" ? MatchFile : PhraseFile));
+            else if (c == '0' || c == '+')
+                fake.writeFile(step.endsWith('m') ? MatchFile : PhraseFile,
+                               questionFile(c == '0' ? QStringList{"// no questions"} : questionLines(4, step.endsWith('p'))));
+            else if (c == 'T' || c == 't')
+                frmTandrel::selectOption(window->OptTimer[c == 'T' ? 0 : 1]);
+            else if (c == 'O' || c == 'o')
+                frmTandrel::selectOption(window->optSound[c == 'O' ? 0 : 1]);
+            else if (c == 'v')
+                window->Timer1_Timer();
+            else if (c == '^' || c == '_')
+                QTest::keyClick(window->txtPlayer[0], c == '^' ? Qt::Key_PageDown : Qt::Key_PageUp);
+            else
+                qFatal("unknown step %s", qPrintable(step));
+        }
     }
-    int musicStarts() { return int(fake.mediaCalls.count(QStringLiteral("wmp1 play"))); }
+
+    // The game as the room sees it, after checking that the window shows
+    // what the game holds: "R2 T1 10,4 M3 P1" is round 2, row 1's turn, the
+    // scores of the rows in play, the match and phrase positions (0: none).
+    QString state()
+    {
+        const game::Game &g = game();
+        QStringList scores;
+        for (int i = 0; i < 10; ++i) {
+            if (score(i) != QString::number(g.score(i)))
+                return QStringLiteral("row %1 shows %2").arg(i).arg(score(i));
+            if (g.inPlay(i))
+                scores << score(i);
+            if (window->txtCounter[size_t(i)]->isVisibleTo(window.get()) != g.inPlay(i))
+                return QStringLiteral("row %1 shown wrongly").arg(i);
+        }
+        if (highlightedRow() != g.currentPlayer())
+            return QStringLiteral("row %1 highlighted").arg(highlightedRow());
+        if (ui()->clkRound->text() != QStringLiteral("Round %1").arg(g.round()))
+            return ui()->clkRound->text();
+        for (bool phrase : {false, true})
+            if (deck(phrase).shown() && !status(phrase).contains(QStringLiteral(" %1 of %2 ").arg(deck(phrase).position()).arg(deck(phrase).size())))
+                return status(phrase);
+        return QStringLiteral("R%1 T%2 %3 M%4 P%5")
+            .arg(g.round())
+            .arg(g.currentPlayer())
+            .arg(scores.join(QLatin1Char(',')))
+            .arg(deck(false).shown() ? deck(false).position() : 0)
+            .arg(deck(true).shown() ? deck(true).position() : 0);
+    }
 };
