@@ -1,44 +1,28 @@
 // The question file editors, driven through their buttons the way a host
 // uses them: what they ask, what the box shows, and what reaches the disk.
 #include "EditorWindows.h"
-#include "FakePlatform.h"
+#include "GameWindow.h"
 #include "TestMain.h"
 #include "core/Decks.h"
-#include "files/frmEdit.h"
-#include "files/frmEditQuestions.h"
-#include "shell/frmTandrel.h"
-#include "ui_frmEdit.h"
 #include "ui_frmEditQuestions.h"
 #include <QDir>
-#include <QFile>
+#include <QPushButton>
 #include <QTextEdit>
-#include <memory>
 
 namespace {
-using platform::mb::Cancel;
-using platform::mb::No;
-using platform::mb::Yes;
-
 // The main window with no question files, so it starts quietly.
-struct Editors {
-    FakePlatform fake;
-    std::unique_ptr<frmTandrel> main = std::make_unique<frmTandrel>();
-
-    frmEdit *chooser() { return openChooser(*main); }
-    frmEditQuestions *open(bool matches) { return openEditor(*main, matches); }
-    // Every file but the log.
-    QStringList folder() const
+struct Editors : GameWindow {
+    Editors() : GameWindow(0, 0) {}
+    frmEditQuestions *open(bool matches) { return openEditor(w(), matches); }
+    QString box(bool matches) { return open(matches)->ui()->rtb1->toPlainText(); }
+    void click(bool matches, QPushButton *Ui::frmEditQuestions::*button, QList<int> answers = {})
     {
-        QStringList files = QDir(fake.dir).entryList(QDir::Files | QDir::Hidden);
-        files.removeAll(QStringLiteral("LogInfo.txt"));
-        return files;
+        fake.answers = answers;
+        fake.boxes.clear();
+        (open(matches)->ui()->*button)->click();
     }
 };
-
-QString fileOf(bool matches)
-{
-    return matches ? decks::MatchFileName : decks::PhraseFileName;
-}
+const QString Matches = MatchFile, Phrases = PhraseFile;
 }  // namespace
 
 class TestEditors : public QObject {
@@ -47,113 +31,98 @@ private Q_SLOTS:
     void eachWindowOpensOnce()
     {
         Editors e;
-        e.fake.writeFile(decks::MatchFileName, "Blank Pole\r\nShoe Blank\r\n");
-        frmEdit *chooser = e.chooser();
+        e.fake.writeFile(Matches, "Blank Pole\r\nShoe Blank\r\n");
+        frmEdit *chooser = openChooser(e.w());
         QVERIFY(chooser && chooser->isVisible());
         QCOMPARE(chooser->windowTitle(), QStringLiteral("Edit Tandrels And Match Phrases"));
-        QCOMPARE(e.chooser(), chooser);
-
+        QCOMPARE(openChooser(e.w()), chooser);
         frmEditQuestions *matches = e.open(true);
-        QVERIFY(matches && matches->isVisible());
         QCOMPARE(matches->windowTitle(), QStringLiteral("Edit Tandrel Matches Input File"));
         QCOMPARE(matches->boxText(), QStringLiteral("Blank Pole\r\nShoe Blank\r\n"));
         QVERIFY(matches->ui()->lbl1->text().startsWith(QStringLiteral("Note: Each seperate sentence will create a match.")));
         matches->ui()->rtb1->setPlainText(QStringLiteral("edited, not saved"));
         QCOMPARE(e.open(true), matches);  // brought forward, not reloaded
-        QCOMPARE(matches->boxText(), QStringLiteral("edited, not saved"));
+        QCOMPARE(e.box(true), QStringLiteral("edited, not saved"));
 
         // Both editors side by side; the chooser may close without them.
-        e.fake.answers = {No};  // the phrase file is missing: no sample
+        e.fake.answers = {7};  // the phrase file is missing: no sample
         frmEditQuestions *phrases = e.open(false);
-        QVERIFY(phrases && phrases != matches);
         QCOMPARE(phrases->windowTitle(), QStringLiteral("Edit Tandrel Phases Input File"));
         chooser->close();
-        QVERIFY(matches->isVisible() && phrases->isVisible());
-
+        QVERIFY(matches->isVisible() && phrases->isVisible() && phrases != matches);
         // Close drops the edits without a question; the next opening reloads.
-        const int boxes = e.fake.boxes.size();
-        matches->ui()->clkClose->click();
-        QCOMPARE(e.fake.boxes.size(), boxes);
-        frmEditQuestions *again = e.open(true);
-        QCOMPARE(again->boxText(), QStringLiteral("Blank Pole\r\nShoe Blank\r\n"));
-        QCOMPARE(e.fake.logTexts().filter(QStringLiteral("frmEditMatches")),
-                 (QStringList{"Loading Form frmEditMatches", "Unloading Form frmEditMatches", "Loading Form frmEditMatches"}));
-        QCOMPARE(e.fake.logTexts().count(QStringLiteral("Loading Form frmEdit")), 2);
-        QCOMPARE(e.folder(), QStringList{decks::MatchFileName});
+        e.click(true, &Ui::frmEditQuestions::clkClose);
+        QCOMPARE(e.open(true)->boxText(), QStringLiteral("Blank Pole\r\nShoe Blank\r\n"));
+        QVERIFY(e.fake.boxes.isEmpty());
+        QCOMPARE(e.fake.logTexts().filter(QStringLiteral("frmEdit")),
+                 (QStringList{"Loading Form frmEdit", "Loading Form frmEditMatches", "Loading Form frmEditPhrases", "Unloading Form frmEdit",
+                              "Loading Form frmEdit", "Unloading Form frmEditMatches", "Loading Form frmEditMatches"}));
+        QCOMPARE(QDir(e.fake.dir).entryList(QDir::Files), (QStringList{"LogInfo.txt", Matches}));
     }
+
     void loadAsksBeforeReplacingTheBox_data()
     {
         QTest::addColumn<bool>("matches");
         QTest::addColumn<QString>("inBox");
         QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("replaced");
-        QTest::addColumn<QString>("question");  // empty: none asked
-
-        const QString ten = QStringLiteral("0123456789");
-        const QString phrasesFull = QStringLiteral("Questions already exist in text box.  Do you want to overwrite these questions?");
-        const QString matchesFull = QStringLiteral("Matches already exist in text box.  Do you want to overwrite these matches?");
-        QTest::newRow("10 characters, no question") << false << ten << 0 << true << QString();
-        QTest::newRow("11 characters, Yes") << false << ten + "!" << int(Yes) << true << phrasesFull;
-        QTest::newRow("11 characters, No") << false << ten + "!" << int(No) << false << phrasesFull;
-        QTest::newRow("11 characters, Cancel") << true << ten + "!" << int(Cancel) << false << matchesFull;
-        QTest::newRow("line end counts twice") << true << "01234\n6789" << int(No) << false << matchesFull;
+        QTest::addColumn<QString>("after");
+        const QString ten = QStringLiteral("0123456789"), loaded = QStringLiteral("from the file\n");
+        QTest::newRow("10 characters, no question") << false << ten << 0 << loaded;
+        QTest::newRow("11 characters, Yes") << false << ten + "!" << 6 << loaded;
+        QTest::newRow("11 characters, No") << false << ten + "!" << 7 << ten + "!";
+        QTest::newRow("11 characters, Cancel") << true << ten + "!" << 2 << ten + "!";
+        QTest::newRow("line end counts twice") << true << "01234\n6789" << 7 << "01234\n6789";
     }
     void loadAsksBeforeReplacingTheBox()
     {
         QFETCH(bool, matches);
         QFETCH(QString, inBox);
         QFETCH(int, answer);
-        QFETCH(bool, replaced);
-        QFETCH(QString, question);
+        QFETCH(QString, after);
         Editors e;
-        e.fake.writeFile(fileOf(matches), "from the file\r\n");
-        frmEditQuestions *editor = e.open(matches);
-        editor->ui()->rtb1->setPlainText(inBox);
-        e.fake.boxes.clear();
-        e.fake.answers = {answer};
-        editor->ui()->clkLoad->click();
-        QCOMPARE(editor->ui()->rtb1->toPlainText(), replaced ? QStringLiteral("from the file\n") : inBox);
-        QCOMPARE(e.fake.boxes.size(), question.isEmpty() ? 0 : 1);
-        if (!question.isEmpty()) {
-            QCOMPARE(e.fake.boxes[0].text, question);
+        e.fake.writeFile(matches ? Matches : Phrases, "from the file\r\n");
+        e.open(matches)->ui()->rtb1->setPlainText(inBox);
+        e.click(matches, &Ui::frmEditQuestions::clkLoad, {answer});
+        QCOMPARE(e.box(matches), after);
+        QCOMPARE(e.fake.boxes.size(), answer ? 1 : 0);
+        if (answer) {
+            QCOMPARE(e.fake.boxes[0].text, matches ? "Matches already exist in text box.  Do you want to overwrite these matches?"
+                                                   : "Questions already exist in text box.  Do you want to overwrite these questions?");
             QCOMPARE(e.fake.boxes[0].title, QStringLiteral("Overwrite Questions In Text Box?"));
-            QCOMPARE(e.fake.boxes[0].style, platform::mb::YesNoCancel);
+            QCOMPARE(e.fake.boxes[0].style, 3);
         }
     }
+
     void missingFileOffersTheSample_data()
     {
         QTest::addColumn<bool>("matches");
         QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("title");
         QTest::addColumn<int>("entries");  // what the game reads from the saved sample; -1: no sample
-        QTest::newRow("phrases, Yes") << false << int(Yes) << "Create a New Phrase File?" << 2;
-        QTest::newRow("phrases, No") << false << int(No) << "Create a New Phrase File?" << -1;
-        QTest::newRow("matches, Yes") << true << int(Yes) << "Create a New Match File?" << 5;
-        QTest::newRow("matches, Cancel") << true << int(Cancel) << "Create a New Match File?" << -1;
+        QTest::newRow("phrases, Yes") << false << 6 << 2;
+        QTest::newRow("phrases, No") << false << 7 << -1;
+        QTest::newRow("matches, Yes") << true << 6 << 5;
+        QTest::newRow("matches, Cancel") << true << 2 << -1;
     }
     void missingFileOffersTheSample()
     {
         QFETCH(bool, matches);
         QFETCH(int, answer);
-        QFETCH(QString, title);
         QFETCH(int, entries);
         Editors e;
         e.fake.answers = {answer};
-        frmEditQuestions *editor = e.open(matches);
-        QCOMPARE(e.fake.boxes.size(), 1);
-        QCOMPARE(e.fake.boxes[0].title, title);
-        QCOMPARE(e.fake.boxes[0].text,
-                 "File " + e.fake.path(fileOf(matches)) + " does not exist, Do you want to create one?");
-        QVERIFY(!QFile::exists(e.fake.path(fileOf(matches))));  // nothing written before Save
-        if (entries < 0) {
-            QCOMPARE(editor->boxText(), QString());
-            return;
+        const QString file = matches ? Matches : Phrases;
+        QCOMPARE(e.box(matches).isEmpty(), entries < 0);
+        QCOMPARE(e.fake.boxTitles(), QStringList{matches ? "Create a New Match File?" : "Create a New Phrase File?"});
+        QCOMPARE(e.fake.boxes[0].text, "File " + e.fake.path(file) + " does not exist, Do you want to create one?");
+        QVERIFY(!QFile::exists(e.fake.path(file)));  // nothing written before Save
+        e.click(matches, &Ui::frmEditQuestions::clkSave);
+        QCOMPARE(e.fake.boxTitles(), QStringList{entries < 0 ? "Nothing to Save." : "File Saved Successfully"});
+        if (entries >= 0) {
+            QCOMPARE(decks::ReadEntries(matches ? questions::Kind::Match : questions::Kind::Phrase, e.fake.path(file)).size(), entries);
+            QVERIFY(e.fake.fileBytes(file).startsWith(matches ? "# Tandrel Match Lines \r\n\r\n" : "# Tandrel Phrase Questions \r\n\r\n"));
         }
-        editor->ui()->clkSave->click();
-        const auto kind = matches ? questions::Kind::Match : questions::Kind::Phrase;
-        QCOMPARE(decks::ReadEntries(kind, e.fake.path(fileOf(matches))).size(), entries);
-        QVERIFY(e.fake.fileBytes(fileOf(matches)).startsWith(matches ? "# Tandrel Match Lines \r\n\r\n" : "# Tandrel Phrase Questions \r\n\r\n"));
     }
+
     void saveWritesTheBoxWithCrLf_data()
     {
         QTest::addColumn<bool>("matches");
@@ -162,22 +131,18 @@ private Q_SLOTS:
         QTest::addColumn<int>("answer");
         QTest::addColumn<QByteArray>("after");
         QTest::addColumn<QStringList>("titles");
-
-        const QStringList saved{"File Saved Successfully"};
-        const QStringList nothing{"Nothing to Save."};
-        const QStringList asked{"Overwrite File?", "File Saved Successfully"};
+        const QStringList saved{"File Saved Successfully"}, asked{"Overwrite File?", "File Saved Successfully"};
         QTest::newRow("new file") << false << QByteArray() << "A Blank line\nAnother Blank\n" << 0
                                   << QByteArray("A Blank line\r\nAnother Blank\r\n") << saved;
-        QTest::newRow("spaces kept") << true << QByteArray() << "  Blank Winter  " << 0
-                                     << QByteArray("  Blank Winter  ") << saved;
+        QTest::newRow("spaces kept") << true << QByteArray() << "  Blank Winter  " << 0 << QByteArray("  Blank Winter  ") << saved;
         QTest::newRow("three letters in spaces") << false << QByteArray() << "           abc" << 0 << QByteArray()
-                                                 << nothing;
-        QTest::newRow("existing, Yes") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << int(Yes)
+                                                 << QStringList{"Nothing to Save."};
+        QTest::newRow("existing, Yes") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 6
                                        << QByteArray("Blank Pole\r\nShoe Blank") << asked;
-        QTest::newRow("existing, No") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << int(No)
-                                      << QByteArray("old\r\n") << QStringList{"Overwrite File?"};
-        QTest::newRow("existing, Cancel") << false << QByteArray("old\r\n") << "A long enough Blank" << int(Cancel)
-                                          << QByteArray("old\r\n") << QStringList{"Overwrite File?"};
+        QTest::newRow("existing, No") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 7 << QByteArray("old\r\n")
+                                      << QStringList{"Overwrite File?"};
+        QTest::newRow("existing, Cancel") << false << QByteArray("old\r\n") << "A long enough Blank" << 2 << QByteArray("old\r\n")
+                                          << QStringList{"Overwrite File?"};
         QTest::newRow("accents and tabs") << false << QByteArray() << "Crème\tbrûlée is a Blank" << 0
                                           << QString("Crème\tbrûlée is a Blank").toUtf8() << saved;
     }
@@ -190,33 +155,28 @@ private Q_SLOTS:
         QFETCH(QByteArray, after);
         QFETCH(QStringList, titles);
         Editors e;
+        const QString file = matches ? Matches : Phrases;
         if (!before.isEmpty())
-            e.fake.writeFile(fileOf(matches), before);
-        e.fake.answers = {No};  // the sample, if offered
-        frmEditQuestions *editor = e.open(matches);
-        editor->ui()->rtb1->setPlainText(inBox);
-        e.fake.boxes.clear();
-        e.fake.answers = {answer};
-        editor->ui()->clkSave->click();
+            e.fake.writeFile(file, before);
+        e.fake.answers = {7};  // the sample, if offered
+        e.open(matches)->ui()->rtb1->setPlainText(inBox);
+        e.click(matches, &Ui::frmEditQuestions::clkSave, {answer});
         QCOMPARE(e.fake.boxTitles(), titles);
-        QCOMPARE(e.fake.fileBytes(fileOf(matches)), after);
-        QCOMPARE(QFile::exists(e.fake.path(fileOf(matches))), !after.isEmpty());
-        QCOMPARE(editor->ui()->rtb1->toPlainText(), inBox);
+        QCOMPARE(e.fake.fileBytes(file), after);
+        QCOMPARE(QFile::exists(e.fake.path(file)), !after.isEmpty());
+        QCOMPARE(e.box(matches), inBox);
         if (titles.last() == QLatin1String("File Saved Successfully"))
-            QCOMPARE(e.fake.boxes.last().text,
-                     (matches ? "Matches saved in file " : "Phrases saved in file ") + e.fake.path(fileOf(matches)));
+            QCOMPARE(e.fake.boxes.last().text, (matches ? "Matches saved in file " : "Phrases saved in file ") + e.fake.path(file));
     }
+
     void emptyFileCannotBeLoaded()
     {
         Editors e;
-        e.fake.writeFile(decks::MatchFileName, "");
-        frmEditQuestions *editor = e.open(true);
-        QCOMPARE(e.fake.boxTitles(), QStringList{"Error"});
-        QVERIFY(e.fake.boxes[0].text.startsWith(QStringLiteral("Current SubRoutine is loadTandrelLines\r\n")));
-        QCOMPARE(editor->boxText(), QString());
+        e.fake.writeFile(Matches, "");
+        QCOMPARE(e.box(true), QString());
+        QCOMPARE(e.fake.boxesShown(), QStringList{"loadTandrelLines 62"});
     }
 };
-
 
 TANDREL_TEST_MAIN(TestEditors)
 #include "tst_editors.moc"

@@ -172,9 +172,5 @@ private Q_SLOTS:
     }
 };
 
-
-// Each record the log cannot take gives one message and nothing more: no
-// report of the report, and the program goes on.
-
 TANDREL_TEST_MAIN(TestFullDisk)
 #include "tst_fulldisk.moc"
