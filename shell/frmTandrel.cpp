@@ -1,20 +1,17 @@
+// The main window itself: its making, start-up, closing and the questions'
+// fitting; the game's handlers are in the files named in the header.
 #include "shell/frmTandrel.h"
-#include "timing/Countdown.h"
-#include "timing/Sound.h"
 #include "core/Decks.h"
-#include "platform/Numeric.h"
+#include "platform/Globals.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
-#include "platform/Globals.h"
+#include "timing/Countdown.h"
+#include "timing/Sound.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
 #include <QShortcut>
-#include <QLabel>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QToolButton>
 
 using Globals::Guard;
 using Globals::Guarded;
