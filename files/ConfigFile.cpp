@@ -43,7 +43,8 @@ int onOff(const QString &value)
 std::optional<Setting> readLine(const QString &rawLine)
 {
     QString line = questions::trimSpaces(rawLine);
-    if (line.isEmpty() || line.startsWith(QLatin1Char('#')) || !line.contains(QLatin1Char(':')))
+    // A comment ("#...") names no key, so it is passed over like any unknown line.
+    if (!line.contains(QLatin1Char(':')))
         return std::nullopt;
     line = line.toUpper().remove(QLatin1Char(' '));
     const QStringList fields = line.split(QLatin1Char(':'));

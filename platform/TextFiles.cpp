@@ -213,12 +213,28 @@ void LineSplitter::finish(const EachLine &eachLine)
         eachLine(m_pendingText);
 }
 
+namespace {
+// Opens a file to read, never waiting: a FIFO, a device or a socket in a
+// file's place (or a link to one) would block the window or never end, so
+// only a plain file is read; anything else fails as an unopenable file does.
+void openToRead(const QString &real, QFile &file)
+{
+    const int fd = ::open(QFile::encodeName(real).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat st {};
+    if (fd >= 0 && ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode)
+        && file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return;
+    if (fd >= 0)
+        ::close(fd);
+    raise(openFailureNumber(real, Access::Read), QStringLiteral("not a plain file: ") + real);
+}
+}  // namespace
+
 void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine)
 {
     const QString real = onDisk(path);
-    QFile file(real);
-    if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
-        raise(openFailureNumber(real, Access::Read), file.errorString());
+    QFile file;
+    openToRead(real, file);
     LineSplitter splitter;
     while (true) {
         const QByteArray chunk = file.read(ChunkSize);
@@ -246,9 +262,8 @@ QStringList readAllLines(const QString &path)
 QByteArray readBytes(const QString &path)
 {
     const QString real = onDisk(path);
-    QFile file(real);
-    if (QFileInfo(real).isDir() || !file.open(QIODevice::ReadOnly))
-        raise(openFailureNumber(real, Access::Read), file.errorString());
+    QFile file;
+    openToRead(real, file);
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         raise(err::PathFileAccess, file.errorString());

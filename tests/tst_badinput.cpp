@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTextEdit>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -39,6 +40,10 @@ void makeFile(const QString &entry, const QString &path)
         write(bytes);
     } else if (entry == QLatin1String("symlink-loop")) {
         QVERIFY(QFile::link(path, path));
+    } else if (entry == QLatin1String("fifo")) {
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    } else if (entry == QLatin1String("link-to-dev-zero")) {
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), path));
     } else if (entry == QLatin1String("directory")) {
         QVERIFY(QDir().mkdir(path));
     } else if (entry == QLatin1String("no-read-permission")) {
@@ -73,6 +78,8 @@ const Row Catalogue[] = {
     {"40000-lines", {"32766", "32766", "", "shown", "shown"}},
     {"symlink-loop", {"File Does Not Exist", "File Does Not Exist", "", "Create a New Match File?", "File not Loaded"}},
     {"directory", {"File Does Not Exist", "File Does Not Exist", "", "Create a New Match File?", "File not Loaded"}},
+    {"fifo", {"clkStart_Click 75", "clkStartPhrase_Click 75", "readInConfigFile 75", "loadTandrelLines 75", "Form_Load frmHowTo 75"}},
+    {"link-to-dev-zero", {"clkStart_Click 75", "clkStartPhrase_Click 75", "readInConfigFile 75", "loadTandrelLines 75", "Form_Load frmHowTo 75"}},
     {"no-read-permission", {"clkStart_Click 70", "clkStartPhrase_Click 70", "readInConfigFile 70",
      "loadTandrelLines 70", "Form_Load frmHowTo 70"}},
 };
@@ -109,7 +116,9 @@ private Q_SLOTS:
         GameWindow g(0, 0);
         const QString name = QStringList{MatchFile, PhraseFile, config::FileName, MatchFile, "HowToPlayTandrel.rtf"}[reader];
         makeFile(entry, g.fake.path(name));
-        const QByteArray before = g.fake.fileBytes(name);
+        // A FIFO or a device has no bytes of its own to compare (reading them would wait or never end).
+        const bool special = entry == QLatin1String("fifo") || entry == QLatin1String("link-to-dev-zero");
+        const QByteArray before = special ? QByteArray() : g.fake.fileBytes(name);
         QString result;
         if (reader < 2) {
             g.play(reader ? "S" : "s");
@@ -132,7 +141,8 @@ private Q_SLOTS:
             result = QStringLiteral("shown");
         }
         QCOMPARE(g.shown.value(0, result), expected);
-        QCOMPARE(g.fake.fileBytes(name), before);
+        if (!special)
+            QCOMPARE(g.fake.fileBytes(name), before);
         if (entry == QLatin1String("40000-lines") && reader == 0) {  // a full deck steps round without overflow
             g.play("p");
             QCOMPARE(g.status(false), QStringLiteral("Viewing Match 32766 of 32766 Matches..."));

@@ -14,9 +14,11 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTextEdit>
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -155,6 +157,48 @@ private Q_SLOTS:
         QCOMPARE(QFile::exists(path), fileExists);
         QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
         editor->close();
+    }
+    void updateOnAFullDiskStopsAtItsWriteTest()
+    {
+        SmallDisk disk;
+        FakePlatform fake;
+        fake.dir = disk.path();
+        QVERIFY(QDir(disk.path()).mkdir(QStringLiteral("BackUps")));
+        frmTandrel main;
+        disk.fill(0);
+        main.clkUpdate_Click();
+        const QString report = fake.boxes.value(fake.boxes.size() - 1).text;
+        QVERIFY2(report.startsWith("Current SubRoutine is testFileWrite\r\n") && report.contains("\r\nError Number: 61\r\n"), qPrintable(report));
+        QVERIFY(fake.urlsOpened.isEmpty());
+    }
+    // A folder that takes no new files (by its permissions) still lets the
+    // log write into its own file.
+    void logWritesIntoItsFileInAFolderThatTakesNoFiles()
+    {
+        QTemporaryDir dir;
+        FakePlatform fake;
+        fake.dir = dir.path();
+        fake.writeFile(QStringLiteral("LogInfo.txt"), "last run\r\n");
+        QFile::setPermissions(fake.path("LogInfo.txt"), QFileDevice::Permissions(0x6666));
+        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x5555));
+        const auto write = [&] {
+            Globals::WriteLogInfo(QStringLiteral("first"));
+            Globals::WriteLogInfo(QStringLiteral("second"));
+            return fake.boxes.isEmpty() && fake.logTexts() == QStringList{"first", "second"};
+        };
+        bool written = false;
+        if (geteuid() == 0) {  // root writes anywhere: the log is written as nobody
+            const pid_t child = fork();
+            if (child == 0)
+                _exit(setgid(65534) == 0 && setuid(65534) == 0 && write() ? 0 : 1);
+            int status = 0;
+            waitpid(child, &status, 0);
+            written = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        } else {
+            written = write();
+        }
+        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7700));
+        QVERIFY(written);
     }
     void logThatTakesNoWritesFailsEachRecordOnce()
     {

@@ -239,9 +239,11 @@ private Q_SLOTS:
         GameWindow g;
         auto *combo = g.w().findChild<QComboBox *>(list);
         combo->setCurrentText(start);
+        g.play("n");
         const bool players = list == QLatin1String("cmbNumPlayers");
         QTest::keyClick(combo, Qt::Key(key));
         QCOMPARE(combo->currentText(), start);
+        QCOMPARE(g.turn(), key != Qt::Key_PageDown ? 1 : players ? 2 : 0);  // an undone key gives nobody the turn
         QCOMPARE(players ? g.game().playerCount() : g.game().scoreToWin(), start.toInt());
         combo->setCurrentText(QStringLiteral("5"));  // the next choice by the mouse is taken as it is
         QCOMPARE(combo->currentText(), QStringLiteral("5"));

@@ -6,6 +6,10 @@
 #include "platform/TextFiles.h"
 #include <QDir>
 #include <QFile>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 class TestPlatform : public QObject {
     Q_OBJECT
@@ -78,6 +82,7 @@ private Q_SLOTS:
         QTest::newRow("CR LF across a chunk") << boundary << QStringList{QString(65535, 'x'), "y"};
         QTest::newRow("invalid UTF-8 line alone") << QByteArray("ok \xc3\xa9\r\nbad \xe9\r\n")
                                                   << QStringList{QString::fromUtf8("ok é"), QString::fromUtf8("bad é")};
+        QTest::newRow("UTF-16, no final end") << QByteArray("\xff\xfe" "a\0\r\0\n\0b\0", 10) << QStringList{"a", "b"};
     }
     void linesEndAtAnyLineEnd()
     {
@@ -98,6 +103,66 @@ private Q_SLOTS:
 
         platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
         QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
+    }
+    void onlyPlainFilesAreRead_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("number");
+        QTest::newRow("a FIFO") << "fifo" << 75;
+        QTest::newRow("a link to /dev/zero") << "device" << 75;
+        QTest::newRow("a socket") << "socket" << 75;
+        QTest::newRow("a folder") << "folder" << 75;
+        QTest::newRow("nothing") << "missing" << 53;
+    }
+    void onlyPlainFilesAreRead()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, number);
+        FakePlatform fake;
+        const QString path = fake.path("TandrelLines.txt");
+        const QByteArray name = QFile::encodeName(path);
+        int sock = -1;
+        if (kind == "fifo") {
+            QCOMPARE(::mkfifo(name.constData(), 0600), 0);
+        } else if (kind == "device") {
+            QVERIFY(QFile::link("/dev/zero", path));
+        } else if (kind == "socket") {
+            sock = ::socket(AF_UNIX, SOCK_STREAM, 0);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            std::strncpy(address.sun_path, name.constData(), sizeof address.sun_path - 1);
+            QCOMPARE(::bind(sock, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        } else if (kind == "folder") {
+            QVERIFY(QDir(fake.dir).mkdir("TandrelLines.txt"));
+        }
+        // Each fails at once, as a file that cannot be opened does: none waits for a writer or reads forever.
+        for (int reader = 0; reader < 2; ++reader)
+            try {
+                reader ? void(platform::readBytes(path)) : void(platform::readAllLines(path));
+                QFAIL("only a plain file can be read");
+            } catch (const platform::RuntimeError &e) {
+                QCOMPARE(e.number(), number);
+            }
+        if (sock >= 0)
+            ::close(sock);
+    }
+    void textShownWholeHasItsLimits()
+    {
+        const auto shown = [](const QString &text) {
+            try {
+                platform::checkShowable(text);
+                return true;
+            } catch (const platform::RuntimeError &e) {
+                return e.number() == platform::err::OutOfMemory ? false : throw;
+            }
+        };
+        const QString line(platform::MaxShownLine, QLatin1Char('x'));
+        QVERIFY(shown("a\n" + line + "\r" + line + QChar(QChar::ParagraphSeparator) + line));
+        QVERIFY(!shown("a\n" + line + "x"));
+        QString many = QString(99, QLatin1Char('y')) + QLatin1Char('\n');
+        many = many.repeated(platform::MaxShownChars / 100) + QString(platform::MaxShownChars % 100, QLatin1Char('z'));
+        QVERIFY(shown(many));
+        QVERIFY(!shown(many + QLatin1Char('z')));
     }
     void writeIntoAReadOnlyPlaceFails()
     {

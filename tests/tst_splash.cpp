@@ -78,6 +78,8 @@ private Q_SLOTS:
         QVERIFY(s.splash->Timer1->isActive());
         QCOMPARE(s.splash->Timer1->interval(), 1000);
         QVERIFY(!s.main());
+        QTest::keyClick(s.splash, Qt::Key_Escape);  // no way out of a start that goes well
+        QVERIFY(s.splash && s.splash->isVisible());
 
         QTRY_VERIFY_WITH_TIMEOUT(s.main() && s.main()->isVisible(), 3000);
         QTRY_VERIFY(!s.splash);
@@ -96,6 +98,8 @@ private Q_SLOTS:
         QVERIFY(about && about->isVisible() && !about->Timer1->isActive() && !about->ui()->clkClose->isHidden());
         QTest::qWait(1200);  // past the tick that would have opened a main window
         QCOMPARE(platform::loadedWindows().size(), 2);
+        QTest::keyClick(about, Qt::Key_A);  // only Escape leaves
+        QVERIFY(about->isVisible());
         QTest::keyClick(about, Qt::Key_Escape);
         QCOMPARE(s.fake.logTexts().last(), QStringLiteral("Unloading Form frmSplash"));
         QVERIFY(s.main()->isVisible());
