@@ -6,6 +6,7 @@
 #include "shell/Look.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmSplash.h"
+#include <algorithm>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -120,12 +121,11 @@ void frmSplash::lbl1_Click()
 
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonRelease && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
-        for (QLabel *label : lbl1)
-            if (watched == label) {
-                lbl1_Click();
-                return true;
-            }
+    if (event->type() == QEvent::MouseButtonRelease && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton
+        && std::find(lbl1.begin(), lbl1.end(), watched) != lbl1.end()) {
+        lbl1_Click();
+        return true;
+    }
     return LoggedWindow::eventFilter(watched, event);
 }
 

@@ -100,6 +100,7 @@ private Q_SLOTS:
         QTest::newRow("all on") << QByteArray("TimerTime: 120\nSoundContinual: yes\nBuzzer: yes\nSound: on\nTimer: on\n")
                                 << QStringList{"120", "Yes", "Yes", "Yes", "Yes", "120", "0"};
         QTest::newRow("length 0 shows 30") << QByteArray("TimerTime: 0\n") << QStringList{"30", "No", "No", "No", "No", "0", "0"};
+        QTest::newRow("the first length") << QByteArray("TimerTime: 10\n") << QStringList{"10", "No", "No", "No", "No", "10", "0"};
     }
     void dialogShowsTheMainWindow()
     {

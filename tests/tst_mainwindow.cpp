@@ -270,6 +270,8 @@ private Q_SLOTS:
         QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 play", "wmp2 play", "wmp1 stop"}));
         g.w().countdown().timer()->setInterval(1000);
 
+        g.play("n v p");  // Previous restarts it too
+        QCOMPARE(g.display(), QStringLiteral("30"));
         // Declining to start over: the match tab restarted the count first,
         // the phrase tab leaves it alone.
         g.play("n v a7 s");
@@ -302,6 +304,13 @@ private Q_SLOTS:
         QVERIFY(g.ui()->hsc1->isEnabled());
     }
 
+    void typingANameNeverPages()
+    {
+        GameWindow g;
+        QTest::keyClicks(g.w().txtPlayer[1], QStringLiteral("Bo! \"Q\" #3"));  // ! and " share PageUp's and PageDown's numbers
+        QVERIFY(g.w().txtPlayer[1]->text().endsWith(QStringLiteral("Bo! \"Q\" #3")));
+        QCOMPARE(g.state(), QStringLiteral("R1 T0 0,0 M1 P1"));
+    }
     void countdownWithoutAQuestion()
     {
         GameWindow g(0, 0);

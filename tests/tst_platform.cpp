@@ -101,7 +101,12 @@ private Q_SLOTS:
         QCOMPARE(platform::readWhole(path), QStringLiteral("old\r\n"));
         QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelLines.txt"});  // nothing left behind
 
-        platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
+        // Saves leave no file open behind them.
+        const auto open = [] { return QDir(QStringLiteral("/proc/self/fd")).count(); };
+        const auto before = open();
+        for (int i = 0; i < 5; ++i)
+            platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
+        QCOMPARE(open(), before);
         QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
     }
     void onlyPlainFilesAreRead_data()
