@@ -6,6 +6,7 @@
 #include "shell/frmHowTo.h"
 #include "ui_frmHowTo.h"
 #include <QDir>
+#include <QProcess>
 #include <QTextEdit>
 #include <unistd.h>
 
@@ -135,6 +136,7 @@ private Q_SLOTS:
                                                     "Ensure you have read, write permission for directory DIR/BackUps\r\n\r\n"
                                                         + advice;
         QTest::newRow("a read-only Test.txt") << "read-only BackUps/Test.txt" << "Current SubRoutine is testFileWrite\r\n\r\n";
+        QTest::newRow("a Test.txt that stays") << "fixed BackUps/Test.txt" << "Current SubRoutine is testFileWrite\r\n\r\n";
     }
     void folderThatTakesNoFilesStopsTheUpdate()
     {
@@ -146,6 +148,13 @@ private Q_SLOTS:
             g.fake.writeFile(where, "not a folder");
         } else if (kind == QLatin1String("folder")) {
             QVERIFY(QDir(g.fake.dir).mkpath(where));
+        } else if (kind == QLatin1String("fixed")) {
+            // Written, then it cannot be removed: a file mounted there (as root), or a folder that takes no changes.
+            QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
+            g.fake.writeFile(where, "left behind");
+            if (geteuid() == 0 ? QProcess::execute("mount", {"--bind", g.fake.path(where), g.fake.path(where)}) != 0
+                               : !QFile::setPermissions(g.fake.path("BackUps"), QFileDevice::ReadOwner | QFileDevice::ExeOwner))
+                QSKIP("cannot keep the file from being removed here");
         } else {
             if (geteuid() == 0)
                 QSKIP("root writes into read-only files");
@@ -158,6 +167,11 @@ private Q_SLOTS:
         QVERIFY2(g.fake.boxes[0].text.startsWith(QString(report).replace(QStringLiteral("DIR"), g.fake.dir)),
                  qPrintable(g.fake.boxes[0].text));
         QCOMPARE(g.fake.urlsOpened, QStringList());
+        if (kind == QLatin1String("fixed")) {
+            QVERIFY(g.fake.boxes[0].text.contains("\r\nError Number: 75\r\n"));
+            QProcess::execute("umount", {g.fake.path(where)});
+            QFile::setPermissions(g.fake.path("BackUps"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        }
     }
 };
 
