@@ -1,5 +1,6 @@
 #include "core/QuestionRules.h"
 #include "core/RepeatFilter.h"
+#include <algorithm>
 #include <vector>
 
 namespace questions {
@@ -51,10 +52,8 @@ QStringView trimmedView(const QString &text)
 
 bool isAscii(QStringView text)
 {
-    for (QChar c : text)
-        if (c.unicode() >= 0x80)
-            return false;
-    return true;
+    // ASCII sets no bit above the seventh.
+    return std::none_of(text.begin(), text.end(), [](QChar c) { return c.unicode() & 0xFF80; });
 }
 
 // "BLANK", "Blank" or "blank" at i (called for every character: kept cheap).

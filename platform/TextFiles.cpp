@@ -220,12 +220,12 @@ namespace {
 void openToRead(const QString &real, QFile &file)
 {
     const int fd = ::open(QFile::encodeName(real).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd == -1)
+        raise(openFailureNumber(real, Access::Read), QString::fromLocal8Bit(std::strerror(errno)));
     struct stat st {};
-    if (fd >= 0 && ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode)
-        && file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
         return;
-    if (fd >= 0)
-        ::close(fd);
+    ::close(fd);
     raise(openFailureNumber(real, Access::Read), QStringLiteral("not a plain file: ") + real);
 }
 }  // namespace

@@ -170,8 +170,7 @@ bool frmTandrel::undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, 
     }
     if (!keyed)
         return false;
-    keyed = false;
-    restoring = true;
+    restoring = true;  // the key's mark itself is cleared once the key has been handled
     list->setCurrentText(before);  // reports a change of its own
     return true;
 }
