@@ -33,12 +33,6 @@ void LoggedDialog::logLoad()
     logLoading(this);
 }
 
-void LoggedDialog::done(int result)
-{
-    m_unload.write(this);
-    QDialog::done(result);
-}
-
 LoggedWindow::LoggedWindow(QWidget *parent, QString unloadLabel)
     : QWidget(parent, Qt::Window), m_unload(std::move(unloadLabel))
 {

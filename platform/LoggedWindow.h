@@ -21,9 +21,8 @@ class LoggedDialog : public QDialog {
 public:
     // unloadLabel names the unload step in a failure report.
     LoggedDialog(QWidget *parent, QString unloadLabel);
+    // Form_Unload: a dialog is run modally and destroyed as it closes.
     ~LoggedDialog() override;
-
-    void done(int result) override;  // Form_Unload
 
 protected:
     // Registers the window and writes its "Loading Form" record.

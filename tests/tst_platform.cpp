@@ -6,6 +6,7 @@
 #include "platform/TextFiles.h"
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -168,6 +169,18 @@ private Q_SLOTS:
         many = many.repeated(platform::MaxShownChars / 100) + QString(platform::MaxShownChars % 100, QLatin1Char('z'));
         QVERIFY(shown(many));
         QVERIFY(!shown(many + QLatin1Char('z')));
+    }
+    void replacingAFileThatCannotBeReplacedLeavesNothing()
+    {
+        FakePlatform fake;
+        const QString path = fake.writeFile("TandrelLines.txt", "old\r\n");
+        // A file with something mounted on it cannot be renamed over.
+        if (geteuid() != 0 || QProcess::execute("mount", {"--bind", path, path}) != 0)
+            QSKIP("needs a mount");
+        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::writeWhole(path, "new\r\n"));
+        QProcess::execute("umount", {path});
+        QCOMPARE(platform::readWhole(path), QStringLiteral("old\r\n"));
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden), QStringList{"TandrelLines.txt"});
     }
     void writeIntoAReadOnlyPlaceFails()
     {

@@ -103,6 +103,11 @@ private Q_SLOTS:
         QTest::keyClick(about, Qt::Key_Escape);
         QCOMPARE(s.fake.logTexts().last(), QStringLiteral("Unloading Form frmSplash"));
         QVERIFY(s.main()->isVisible());
+        // Closing the game window (Yes to the question) frees it.
+        QPointer<frmTandrel> main = s.main();
+        s.fake.answers = {6};
+        main->close();
+        QTRY_VERIFY(!main);
     }
     void componentCheckLogsWhatItFinds_data()
     {
