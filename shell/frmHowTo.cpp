@@ -51,7 +51,6 @@ void frmHowTo::Form_Load()
         rtf::read(bytes, document.get());
         platform::checkShowable(document->toPlainText());
         document->setParent(m_ui->rtb1);
-        m_ui->rtb1->setDocument(document.release());
-        m_ui->rtb1->moveCursor(QTextCursor::Start);
+        m_ui->rtb1->setDocument(document.release());  // shown from its start
     });
 }

@@ -40,7 +40,7 @@ QStringList configure(GameWindow &g, const QStringList &choose, const char *butt
         dialog.findChild<QAbstractButton *>(button)->click();
         return dialog.result();
     };
-    g.w().clkConfig_Click();
+    g.ui()->clkConfig->click();
     return seen;
 }
 }  // namespace

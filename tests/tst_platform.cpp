@@ -46,6 +46,7 @@ private Q_SLOTS:
         QTest::newRow("half to even down") << "12.5" << 12;
         QTest::newRow("half of zero") << "0.5" << 0;
         QTest::newRow("exponent") << "1.2e1" << 12;
+        QTest::newRow("old exponent letter") << "1d2" << 100;
         QTest::newRow("largest") << "32767" << 32767;
         QTest::newRow("smallest") << "-32768" << -32768;
         QTest::newRow("too large") << "99999" << -6;
