@@ -6,7 +6,6 @@
 #include "shell/RtfReader.h"
 #include "ui_frmHowTo.h"
 
-#include <QTextCursor>
 #include <QTextDocument>
 #include <memory>
 
