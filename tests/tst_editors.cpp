@@ -137,6 +137,9 @@ private Q_SLOTS:
         QTest::newRow("spaces kept") << true << QByteArray() << "  Blank Winter  " << 0 << QByteArray("  Blank Winter  ") << saved;
         QTest::newRow("three letters in spaces") << false << QByteArray() << "           abc" << 0 << QByteArray()
                                                  << QStringList{"Nothing to Save."};
+        QTest::newRow("ten letters are not enough") << true << QByteArray() << "  ABCDEFGHIJ  " << 0 << QByteArray()
+                                                    << QStringList{"Nothing to Save."};
+        QTest::newRow("eleven are") << true << QByteArray() << "ABCDEFGHIJK" << 0 << QByteArray("ABCDEFGHIJK") << saved;
         QTest::newRow("existing, Yes") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 6
                                        << QByteArray("Blank Pole\r\nShoe Blank") << asked;
         QTest::newRow("existing, No") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 7 << QByteArray("old\r\n")
