@@ -43,6 +43,7 @@ private Q_SLOTS:
         QTest::newRow("components clamped") << QByteArray("{\\colortbl;\\red999\\green-5\\blue3;}\\cf1 x") << "x" << ""
                                             << 0.0 << QColor(255, 0, 3);
         QTest::newRow("index out of range") << colours + "\\cf7 x" << "x" << "" << 0.0 << QColor();
+        QTest::newRow("index one past the table") << colours + "\\cf3 x" << "x" << "" << 0.0 << QColor();
     }
     void formattingRuns()
     {
