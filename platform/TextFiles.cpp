@@ -300,9 +300,7 @@ namespace {
 // without unnamed files get the named file from the start.
 void replaceAtomically(const QString &real, const QByteArray &bytes)
 {
-    const QFileInfo info(real);
-    if (!info.dir().exists())
-        raise(err::PathNotFound);
+    const QFileInfo info(real);  // a missing folder fails below with 76, as any open there does
     const QByteArray target = QFile::encodeName(real);
     const QByteArray temp = QFile::encodeName(unfinishedSaveName(real));
     ::unlink(temp.constData());  // left by a save that was cut off

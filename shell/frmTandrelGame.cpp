@@ -238,13 +238,12 @@ void frmTandrel::nextTab(Tab &tab)
         showQuestion(tab);
         if (m_game.takeAnotherRound()) {
             // A tie goes on: the other tab moves on too, and its turn change
-            // gives the turn to row 0.
+            // gives the turn to row 0 (already painted there at the round's end).
             Tab &other = &tab == &m_tabs[0] ? m_tabs[1] : m_tabs[0];
             if (deckOf(other).shown())
                 nextTab(other);
             else
                 m_game.giveTurn(0);
-            paintPlayers();
         }
         CheckTimer();
         tab.next->setFocus();
