@@ -66,6 +66,18 @@ bool testFileWrite(const QString &dirName)
     return written;
 }
 
+namespace {
+QString copyName(const QString &name, const QString &stamp)
+{
+    return name.chopped(4) + QLatin1Char('_') + stamp + QStringLiteral(".txt");
+}
+}  // namespace
+
+QStringList copyNames()
+{
+    return {copyName(decks::MatchFileName, QStringLiteral("*")), copyName(decks::PhraseFileName, QStringLiteral("*"))};
+}
+
 void saveOldFiles()
 {
     Guarded("saveOldFiles", [&] {
@@ -77,8 +89,7 @@ void saveOldFiles()
             const QString path = platform::programPath(name);
             if (!platform::fileExists(path))
                 continue;
-            const QString backup = FolderName + QLatin1Char('/') + name.chopped(4) + QLatin1Char('_') + stamp
-                                   + QStringLiteral(".txt");
+            const QString backup = FolderName + QLatin1Char('/') + copyName(name, stamp);
             platform::copyWhole(path, platform::programPath(backup));
         }
     });

@@ -2,6 +2,7 @@
 // The backup folder beside the program, the test that it takes files, and
 // the stamped copies of both question files made before an update.
 #include <QString>
+#include <QStringList>
 
 namespace backups {
 
@@ -13,5 +14,7 @@ bool createDirs(const QString &dirName);
 bool testFileWrite(const QString &dirName);
 // Copies the question files into the backup folder, stamped with the time.
 void saveOldFiles();
+// The names those copies take, as wildcards.
+QStringList copyNames();
 
 }  // namespace backups

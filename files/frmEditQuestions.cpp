@@ -5,6 +5,7 @@
 #include "platform/TextFiles.h"
 #include "platform/Globals.h"
 #include "ui_frmEditQuestions.h"
+#include <vector>
 
 using Globals::Guarded;
 using platform::mb::Information;
@@ -95,6 +96,8 @@ QString frmEditQuestions::boxText() const
 {
     QString text = m_ui->rtb1->document()->toRawText();
     text.replace(QChar::ParagraphSeparator, QChar::LineFeed).replace(QChar::LineSeparator, QChar::LineFeed);
+    if (!m_lineStandIn.isNull())
+        text.replace(m_lineStandIn, QChar::LineSeparator).replace(m_paragraphStandIn, QChar::ParagraphSeparator);
     return text.replace(QChar::LineFeed, CrLf);
 }
 
@@ -102,6 +105,22 @@ void frmEditQuestions::setBoxText(const QString &text)
 {
     QString lines = text;
     lines.replace(CrLf, QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    m_lineStandIn = m_paragraphStandIn = QChar();
+    if (lines.contains(QChar::LineSeparator) || lines.contains(QChar::ParagraphSeparator)) {
+        std::vector<bool> present(0x10000);
+        for (QChar c : std::as_const(lines))
+            present[c.unicode()] = true;
+        // Noncharacters at the top end the search even in a file that holds
+        // every private-use character.
+        char16_t c = 0xE000;
+        while (c < 0xFFFE && present[c])
+            ++c;
+        m_lineStandIn = QChar(c++);
+        while (c < 0xFFFF && present[c])
+            ++c;
+        m_paragraphStandIn = QChar(c);
+        lines.replace(QChar::LineSeparator, m_lineStandIn).replace(QChar::ParagraphSeparator, m_paragraphStandIn);
+    }
     m_ui->rtb1->setPlainText(lines);
 }
 

@@ -46,4 +46,8 @@ public:
 private:
     Ui::frmEditQuestions *m_ui;
     const EditorWords &m_words;
+    // The text box turns U+2028 and U+2029 into its own line breaks, so a
+    // file's own are shown as these private-use characters, picked among
+    // those the file does not hold, and written back as they were.
+    QChar m_lineStandIn, m_paragraphStandIn;
 };

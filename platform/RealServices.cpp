@@ -1,18 +1,16 @@
 #include "platform/Services.h"
+#include "platform/FolderLock.h"
 #include "platform/MediaFormats.h"
 #include <QApplication>
 #include <QAudioOutput>
-#include <QCryptographicHash>
 #include <QDesktopServices>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QMediaPlayer>
 #include <QMessageBox>
 #include <QScreen>
-#include <QStandardPaths>
 #include <QUrl>
 #include <random>
 
@@ -76,23 +74,7 @@ public:
         return {TANDREL_VERSION_MAJOR, TANDREL_VERSION_MINOR, TANDREL_VERSION_PATCH};
     }
 
-    bool previousInstance() override
-    {
-        // One lock per program folder: a copy installed elsewhere (or a test
-        // run in its own folder) is another program. QLockFile notices a lock
-        // left by a copy that crashed.
-        if (!m_lock) {
-            const QByteArray key = QCryptographicHash::hash(
-                QFileInfo(applicationPath()).canonicalFilePath().toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-            QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-            if (dir.isEmpty())
-                dir = QDir::tempPath();
-            m_lock = std::make_unique<QLockFile>(dir + QStringLiteral("/tandrel-") + QString::fromLatin1(key) + QStringLiteral(".lock"));
-            m_lock->setStaleLockTime(0);
-            m_locked = m_lock->tryLock(0);
-        }
-        return !m_locked;
-    }
+    bool previousInstance() override { return !holdFolder(programDir()); }
 
     QString activeWindowName() const override
     {
@@ -111,11 +93,6 @@ public:
         while (QApplication::overrideCursor())
             QApplication::restoreOverrideCursor();
     }
-
-private:
-    static QString applicationPath() { return QCoreApplication::applicationFilePath(); }
-    std::unique_ptr<QLockFile> m_lock;
-    bool m_locked = false;
 };
 
 class SystemClock final : public Clock {

@@ -284,11 +284,15 @@ QString unfinishedSaveName(const QString &path)
     return info.dir().filePath(QLatin1Char('.') + info.fileName() + QStringLiteral(".saving"));
 }
 
-void tidyUnfinishedSaves(const QString &folder)
+void tidyUnfinishedSaves(const QString &folder, const QStringList &savedNames)
 {
+    QStringList leftovers;
+    for (const QString &name : savedNames)
+        leftovers << QFileInfo(unfinishedSaveName(name)).fileName();
     const QDir dir(folder);
-    for (const QString &name : dir.entryList({QStringLiteral(".*.saving")}, QDir::Files | QDir::Hidden))
-        QFile::remove(dir.filePath(name));
+    for (const QFileInfo &file : dir.entryInfoList(leftovers, QDir::Files | QDir::Hidden))
+        if (!file.isSymLink())
+            QFile::remove(file.filePath());
 }
 
 namespace {
@@ -360,12 +364,25 @@ void replaceAtomically(const QString &real, const QByteArray &bytes)
     }
 }
 
+// The file a path finally names: a symbolic link is followed (to a file
+// that may not exist yet), so that a save replaces what it points to.
+QString followLinks(QString path)
+{
+    for (int hops = 0; hops < 40; ++hops) {
+        const QFileInfo info(path);
+        if (!info.isSymLink())
+            return path;
+        path = info.symLinkTarget();
+    }
+    raise(err::PathFileAccess, QStringLiteral("too many levels of symbolic links: ") + path);
+}
+
 // Writes a whole file so that it is either the old one or the new one. With
 // inPlace (only for the log: it may lose its old text, never a question
 // file), a folder that takes no new files lets the file itself be rewritten.
 void replaceFile(const QString &path, const QByteArray &bytes, bool inPlace)
 {
-    const QString real = onDisk(path);
+    const QString real = followLinks(onDisk(path));
     if (QFileInfo(real).isDir())
         raise(err::PathFileAccess);
     if (!inPlace) {
@@ -376,10 +393,8 @@ void replaceFile(const QString &path, const QByteArray &bytes, bool inPlace)
     file.setDirectWriteFallback(true);
     if (!file.open(QIODevice::WriteOnly))
         raise(openFailureNumber(real, Access::Replace), file.errorString());
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
+    if (file.write(bytes) != bytes.size())  // the unfinished file goes with the QSaveFile
         raise(err::DiskFull, file.errorString());
-    }
     if (!file.commit())
         raise(file.error() == QFileDevice::WriteError ? err::DiskFull : err::PathFileAccess, file.errorString());
 }

@@ -67,15 +67,18 @@ QByteArray readBytes(const QString &path);
 QString readWhole(const QString &path);
 
 // Replaces a whole file so that a crash or a full disk at any moment leaves
-// either the old file or the new one, whole.
+// either the old file or the new one, whole. A symbolic link stays and the
+// file it points to is replaced, in that file's own folder.
 void writeWhole(const QString &path, const QString &text);
 
 // The hidden name a save of this file is written under just before it takes
 // the file's place (".TandrelLines.txt.saving"). Only a crash at that very
 // moment leaves such a file; removing it loses nothing that was saved.
 QString unfinishedSaveName(const QString &path);
-// Removes what saves cut off by a crash left in a folder.
-void tidyUnfinishedSaves(const QString &folder);
+// Removes what saves of these files (wildcard names, any letter case) cut
+// off by a crash left in a folder: only plain files with exactly such a
+// name, never another hidden file of the host's.
+void tidyUnfinishedSaves(const QString &folder, const QStringList &savedNames);
 
 // Copies a file byte for byte; the copy replaces its target as safely.
 void copyWhole(const QString &from, const QString &to);

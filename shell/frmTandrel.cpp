@@ -2,6 +2,8 @@
 // fitting; the game's handlers are in the files named in the header.
 #include "shell/frmTandrel.h"
 #include "core/Decks.h"
+#include "files/Backups.h"
+#include "files/ConfigFile.h"
 #include "platform/Globals.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
@@ -106,8 +108,9 @@ void frmTandrel::Form_Load()
         [&] { m_countdown->takeLengthFromDisplay(); },
         [&] { m_sound->setUp(); },
         [&] {  // what saves cut off by a crash left (the files themselves are whole)
-            for (const char *folder : {".", "BackUps"})
-                platform::tidyUnfinishedSaves(platform::programPath(QString::fromLatin1(folder)));
+            platform::tidyUnfinishedSaves(platform::programPath(QStringLiteral(".")),
+                                          {decks::MatchFileName, decks::PhraseFileName, config::FileName});
+            platform::tidyUnfinishedSaves(platform::programPath(backups::FolderName), backups::copyNames());
         },
         [&] {
             if (!platform::fileExists(platform::programPath(QStringLiteral("tandrelPhrases.txt"))))

@@ -177,12 +177,10 @@ bool frmTandrel::undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, 
 
 bool frmTandrel::keyMarksList(qint16 &keyCode)
 {
-    // Paging keys page first; they and the arrows then mark the list's next
-    // change as one to undo.
-    if (keyCode == KeyPageUp || keyCode == KeyPageDown) {
+    // Paging keys page and never reach the list; the arrows reach it, so
+    // they mark its next change as one to undo.
+    if (keyCode == KeyPageUp || keyCode == KeyPageDown)
         PageUpDown(keyCode);
-        return true;
-    }
     return keyCode >= KeyLeft && keyCode <= KeyDown;
 }
 

@@ -57,7 +57,7 @@ private Q_SLOTS:
                 QVERIFY(u.open(QIODevice::ReadOnly));
                 const QByteArray whole = u.readAll();
                 QVERIFY(whole == versions[0] || whole == versions[1]);
-                platform::tidyUnfinishedSaves(dir.path());
+                platform::tidyUnfinishedSaves(dir.path(), {QStringLiteral("TandrelLines.txt")});
             }
             const QStringList left = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
             QVERIFY2(left == QStringList{"TandrelLines.txt"}, qPrintable(left.join(QLatin1String(", "))));
@@ -70,14 +70,15 @@ private Q_SLOTS:
         GameWindow before(0, 0);
         before.fake.writeFile(QStringLiteral(".TandrelLines.txt.saving"), "cut off");
         QDir(before.fake.dir).mkdir(QStringLiteral("BackUps"));
-        before.fake.writeFile(QStringLiteral("BackUps/.Tandrel.cfg.saving"), "cut off");
+        before.fake.writeFile(QStringLiteral("BackUps/.TandrelPhrases_1_2_2026.txt.saving"), "cut off");
+        before.fake.writeFile(QStringLiteral("BackUps/.Tandrel.cfg.saving"), "the host's");
         before.fake.writeFile(QStringLiteral("BackUps/TandrelLines_old.txt"), "kept");
         frmTandrel next;
         next.Form_Load();
         QCOMPARE(QDir(before.fake.dir).entryList(QDir::Files | QDir::Hidden).filter(QStringLiteral(".saving")),
                  QStringList());
         QCOMPARE(QDir(before.fake.path(QStringLiteral("BackUps"))).entryList(QDir::Files | QDir::Hidden),
-                 QStringList{"TandrelLines_old.txt"});
+                 (QStringList{".Tandrel.cfg.saving", "TandrelLines_old.txt"}));
     }
 };
 

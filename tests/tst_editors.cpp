@@ -172,6 +172,23 @@ private Q_SLOTS:
             QCOMPARE(e.fake.boxes.last().text, (matches ? "Matches saved in file " : "Phrases saved in file ") + e.fake.path(file));
     }
 
+    void loadThenSaveWritesTheSameBytes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("separators inside a question") << u"A Blank\u2028split\r\nPara\u2029graph Blank\r\n"_qs;
+        QTest::newRow("separators and private-use letters") << u"\uE000\uE001 Blank\u2028\uE002\u2029\r\n"_qs;
+        QTest::newRow("tabs, no-break spaces, emoji") << u"\tTab Blank\u00A0\U0001F600  \r\n\r\n\r\n# note\r\n"_qs;
+    }
+    void loadThenSaveWritesTheSameBytes()
+    {
+        QFETCH(QString, text);
+        Editors e;
+        e.fake.writeFile(Phrases, text.toUtf8());
+        e.open(false);
+        e.click(false, &Ui::frmEditQuestions::clkSave, {6});
+        QCOMPARE(e.fake.fileBytes(Phrases), text.toUtf8());
+    }
+
     void emptyFileCannotBeLoaded()
     {
         Editors e;

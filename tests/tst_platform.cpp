@@ -2,6 +2,7 @@
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "platform/Errors.h"
+#include "platform/FolderLock.h"
 #include "platform/Numeric.h"
 #include "platform/TextFiles.h"
 #include <QDir>
@@ -200,6 +201,84 @@ private Q_SLOTS:
         } catch (const platform::RuntimeError &e) {
             QCOMPARE(e.number(), 76);
         }
+    }
+    void saveThroughALinkReplacesWhatItPointsTo_data()
+    {
+        QTest::addColumn<QString>("link");    // where the link points, relative to the program folder
+        QTest::addColumn<bool>("existing");   // the file pointed to is there before the save
+        QTest::newRow("into a shared folder") << "shared/Lines.txt" << true;
+        QTest::newRow("a link to a link") << "shared/second" << true;
+        QTest::newRow("to a file not yet made") << "shared/Lines.txt" << false;
+        QTest::newRow("in a circle") << "TandrelLines.txt" << false;
+    }
+    void saveThroughALinkReplacesWhatItPointsTo()
+    {
+        QFETCH(QString, link);
+        QFETCH(bool, existing);
+        FakePlatform fake;
+        QVERIFY(QDir(fake.dir).mkdir("shared"));
+        const QString target = fake.path("shared/Lines.txt");
+        if (existing)
+            fake.writeFile("shared/Lines.txt", "old\r\n");
+        QVERIFY(QFile::link("Lines.txt", fake.path("shared/second")));
+        QCOMPARE(::symlink(QFile::encodeName(link).constData(), QFile::encodeName(fake.path("TandrelLines.txt")).constData()), 0);
+        const bool circle = link == "TandrelLines.txt";
+        try {
+            platform::writeWhole(fake.path("TandrelLines.txt"), "new\r\n");
+            QVERIFY(!circle);
+        } catch (const platform::RuntimeError &e) {
+            QVERIFY(circle);
+            QCOMPARE(e.number(), 75);
+        }
+        QCOMPARE(QFileInfo(fake.path("TandrelLines.txt")).symLinkTarget(), circle ? fake.path("TandrelLines.txt") : QFileInfo(fake.path(link)).absoluteFilePath());
+        if (!circle)
+            QCOMPARE(fake.fileBytes("shared/Lines.txt"), QByteArray("new\r\n"));
+        QCOMPARE(QDir(fake.path("shared")).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+                 (circle ? QStringList{"second"} : QStringList{"Lines.txt", "second"}));
+    }
+    void tidyingRemovesOnlyItsOwnLeftovers()
+    {
+        FakePlatform fake;
+        const QStringList ours{".TandrelLines.txt.saving", ".tandrelphrases.TXT.saving", ".TandrelLines_1_2_2026.txt.saving"};
+        const QStringList hosts{".notes.saving", ".Tandrel.cfg.saving.old", "TandrelLines.txt.saving", ".Lines.txt.saving"};
+        for (const QString &name : ours + hosts)
+            fake.writeFile(name, "x");
+        QVERIFY(QFile::link(fake.path(".notes.saving"), fake.path(".Tandrel.cfg.saving")));  // a link is never ours
+        platform::tidyUnfinishedSaves(fake.dir, {"TandrelLines.txt", "TandrelPhrases.txt", "Tandrel.cfg", "TandrelLines_*.txt"});
+        QStringList left = QDir(fake.dir).entryList(QDir::Files | QDir::Hidden | QDir::System);
+        QCOMPARE(left, (QStringList{".Lines.txt.saving", ".notes.saving", ".Tandrel.cfg.saving", ".Tandrel.cfg.saving.old", "TandrelLines.txt.saving"}));
+    }
+    void oneCopyPerFolder()
+    {
+        FakePlatform fake;
+        // Garbage where an old-style lock file would be, in a runtime folder that takes nothing.
+        const QString runtime = fake.path("runtime");
+        QVERIFY(QDir(fake.dir).mkdir("runtime"));
+        fake.writeFile("runtime/tandrel-0123456789abcdef.lock", "garbage");
+        QFile::setPermissions(runtime, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime));
+        const auto heldByOther = [](const QString &folder) {  // a second process asks
+            return QProcess::execute("flock", {"-n", folder, "true"}) == 1;
+        };
+        QVERIFY(QDir(fake.dir).mkdir("game"));
+        QVERIFY(QFile::link(fake.path("game"), fake.path("link")));
+        const QString game = fake.path("game");
+        QVERIFY(!heldByOther(game));
+        QVERIFY(platform::holdFolder(fake.path("link")));
+        QVERIFY(platform::holdFolder(game));  // asking again is no second copy
+        QVERIFY(heldByOther(game));           // the same folder by its real path
+        QVERIFY(!heldByOther(fake.dir));      // another folder is another program
+
+        // A copy that holds the folder, then dies: the next start goes ahead.
+        QProcess other;
+        other.start("flock", {"-o", fake.dir, "-c", "echo held; exec sleep 20"});
+        QVERIFY(other.waitForReadyRead(5000));
+        QVERIFY(!platform::holdFolder(fake.dir));
+        other.kill();
+        other.waitForFinished();
+        QVERIFY(platform::holdFolder(fake.dir));
+        QVERIFY(platform::holdFolder(fake.path("missing")));  // nothing to hold never stops a start
+        QFile::setPermissions(runtime, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     }
     void namesMatchInAnyLetterCase()
     {
