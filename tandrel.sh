@@ -12,7 +12,7 @@ what=${1:-play}
 case "$what" in play|test|sanitize|fuzz) ;; *) echo "usage: $0 play|test|sanitize|fuzz [SECONDS]" >&2; exit 2 ;; esac
 
 # Everything the program needs to build and run; the tests need a few more.
-packages=(build-essential cmake qt6-base-dev qt6-multimedia-dev libqt6svg6
+packages=(build-essential cmake pkg-config qt6-base-dev qt6-multimedia-dev libqt6svg6 libdivsufsort-dev
           gstreamer1.0-plugins-base gstreamer1.0-plugins-good
           fonts-liberation2 fonts-dejavu-core fonts-leckerli-one)
 test_packages=(xvfb xauth xdotool)

@@ -2,8 +2,11 @@
 //   bench_decks generate DIR            writes the two 32,766-line files
 //   bench_decks time DIR [--literal]    times read+split and load+shuffle
 //   bench_decks peak read|load FILE     one operation, for peak memory
+//   bench_decks families DIR            writes files built against the repeat
+//                                       check and times them the same way
 #include "core/Decks.h"
 #include "core/QuestionRules.h"
+#include "core/RepeatFilter.h"
 #include "platform/TextFiles.h"
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -45,6 +48,38 @@ void generate(const QString &dir)
     platform::writeWhole(dir + QStringLiteral("/TandrelLines.txt"), match);
     platform::writeWhole(dir + QStringLiteral("/TandrelPhrases.txt"), phrase);
 }
+
+// Phrase files of 32,766 lines of about 180 characters (6 MB), each family
+// aimed at one weakness of a quick repeat check:
+//  - runs: one letter, one other letter at a moving place: every piece is
+//    common, so no rare piece can anchor a line;
+//  - two letters: random text over "a" and "b": all 256 pieces of 8
+//    letters occur everywhere, so every hash slot is crowded;
+//  - shared core: a 170-character text in every line after a short tag: a
+//    sample of the lines sees the core's pieces as often as the tags'.
+//  - growing: each line a longer part of one text: every line but the
+//    last is inside a later one, never an earlier one.
+QString familyLine(const QString &family, int i, std::mt19937 &gen)
+{
+    const int width = 170;
+    if (family == QLatin1String("runs"))
+        return QString(width, QLatin1Char('a')).replace(i % width, 1, QLatin1Char('b' + i / width % 20)) + " Blank";
+    if (family == QLatin1String("two-letters")) {
+        QString line(width, Qt::Uninitialized);
+        for (QChar &c : line)
+            c = QLatin1Char(gen() % 2 ? 'a' : 'b');
+        return line + " Blank";
+    }
+    static QString core;
+    if (core.isEmpty())
+        for (int k = 0; k < 2 * width; ++k)
+            core += QLatin1Char('a' + gen() % 26);
+    if (family == QLatin1String("shared-core"))
+        return QString::number(i, 36) + QLatin1Char(' ') + core.left(width) + " Blank";
+    return core.left(i % (2 * width)) + " Blank " + QString::number(i / (2 * width));
+}
+
+const QStringList Families = {"runs", "two-letters", "shared-core", "growing"};
 
 QStringList literalLoad(Kind kind, const QString &path)
 {
@@ -108,6 +143,28 @@ int main(int argc, char *argv[])
         }
         return 0;
     }
+    if (args.size() >= 3 && args[1] == QLatin1String("families")) {
+        for (const QString &family : Families) {
+            std::mt19937 gen(7);
+            QString text;
+            for (int i = 0; i < Lines; ++i)
+                text += familyLine(family, i, gen) + QStringLiteral("\r\n");
+            const QString path = args[2] + QStringLiteral("/") + family + QStringLiteral("-Phrases.txt");
+            platform::writeWhole(path, text);
+            QStringList candidates;
+            for (const QString &line : platform::readAllLines(path))
+                if (auto entry = questions::candidate(Kind::Phrase, line))
+                    candidates << *entry;
+            const bool anchored = RepeatFilter::keepByAnchors(candidates).has_value();
+            qsizetype entries = 0;
+            const double read = best(3, [&] { platform::readAllLines(path); });
+            const double load = best(3, [&] { entries = decks::LoadDeck(Kind::Phrase, path)->size(); });
+            std::printf("%-12s %5.1f MB  entries %6lld  read+split %7.1f ms  load+shuffle %8.1f ms  ratio %5.2f  %s\n",
+                        qPrintable(family), text.size() / 1e6, (long long)entries, read, load, load / read,
+                        anchored ? "anchors" : "sorted");
+        }
+        return 0;
+    }
     if (args.size() >= 4 && args[1] == QLatin1String("peak")) {
         const QString path = args[3];
         const Kind kind = path.contains(QLatin1String("Phrases")) ? Kind::Phrase : Kind::Match;
@@ -121,6 +178,6 @@ int main(int argc, char *argv[])
                     qPrintable(path.section(QLatin1Char('/'), -1)), (long long)n, peakKiB(), before);
         return 0;
     }
-    std::fprintf(stderr, "usage: bench_decks generate DIR | time DIR [--literal] | peak read|load FILE\n");
+    std::fprintf(stderr, "usage: bench_decks generate DIR | time DIR [--literal] | families DIR | peak read|load FILE\n");
     return 2;
 }

@@ -25,10 +25,7 @@ bool CheckQuestionFile(const QString &path)
 QStringList ReadEntries(questions::Kind kind, const QString &path)
 {
     questions::Reader reader(kind);
-    platform::readLines(path, [&](const QString &line) {
-        reader.add(line);
-        return true;
-    });
+    platform::readLines(path, [&](const QString &line) { return reader.add(line); });
     return reader.finish();
 }
 

@@ -1,6 +1,7 @@
 #include "core/QuestionRules.h"
 #include "core/RepeatFilter.h"
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace questions {
@@ -205,28 +206,46 @@ Reader::Reader(Kind kind)
 {
 }
 
-void Reader::add(const QString &line)
+bool Reader::add(const QString &line)
 {
-    if (auto entry = candidate(m_kind, line))
-        m_candidates.append(std::move(*entry));
+    auto entry = candidate(m_kind, line);
+    if (!entry)
+        return true;
+    m_candidates.append(std::move(*entry));
+    // A deck's worth of lines is checked at once, then a few thousand more
+    // at a time, so memory stays bounded whatever the file's size.
+    constexpr qsizetype Batch = 4096;
+    if (m_candidates.size() >= std::max(MaxDeckEntries, m_settled + Batch))
+        return !settle();
+    return true;
 }
 
-QStringList Reader::finish()
+bool Reader::settle()
 {
     const std::vector<bool> kept = RepeatFilter::keep(m_candidates);
     QStringList entries;
     for (qsizetype i = 0; i < m_candidates.size() && entries.size() < MaxDeckEntries; ++i)
         if (kept[size_t(i)])
             entries.append(m_candidates[i]);
-    m_candidates.clear();
-    return entries;
+    m_candidates = std::move(entries);
+    m_settled = m_candidates.size();
+    return m_settled == MaxDeckEntries;
+}
+
+QStringList Reader::finish()
+{
+    if (m_candidates.size() > m_settled)
+        settle();
+    m_settled = 0;
+    return std::exchange(m_candidates, {});
 }
 
 QStringList acceptLines(Kind kind, const QStringList &lines)
 {
     Reader reader(kind);
     for (const QString &line : lines)
-        reader.add(line);
+        if (!reader.add(line))
+            break;
     return reader.finish();
 }
 

@@ -14,8 +14,9 @@ inline const QString PhraseBlank = QStringLiteral("_________");           // 9
 // A deck is counted in 16-bit numbers by the game, so it holds at most this
 // many entries; accepted lines after that are left out of the deck.
 constexpr qsizetype MaxDeckEntries = 32766;
-// No screen shows a longer question: such a line is skipped.
-constexpr qsizetype MaxQuestionLength = 1000;
+// No screen shows a longer question to a room: such a line is skipped. It
+// also bounds the memory a full deck and its repeat check take.
+constexpr qsizetype MaxQuestionLength = 300;
 
 enum class Kind { Match, Phrase };
 
@@ -43,13 +44,18 @@ QString trimSpaces(const QString &text);
 class Reader {
 public:
     explicit Reader(Kind kind);
-    void add(const QString &line);
+    // False once the deck is full: no later line can change it.
+    bool add(const QString &line);
     // The accepted entries, in file order, at most MaxDeckEntries.
     QStringList finish();
 
 private:
+    // Runs the repeat check on the lines so far and keeps only the accepted
+    // ones (only they can hold a later line); true when the deck is full.
+    bool settle();
     Kind m_kind;
     QStringList m_candidates;
+    qsizetype m_settled = 0;  // the first ones, known to be accepted
 };
 
 // The accepted entries of a whole file's lines, in file order.

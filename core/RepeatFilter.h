@@ -3,20 +3,23 @@
 #include <QStringList>
 #include <vector>
 
+#include <optional>
+
 // Decides which question lines repeat earlier ones. A line repeats when it
 // occurs anywhere inside the lines accepted before it. Because "occurs
 // inside" is transitive, that is the same as occurring inside any earlier
 // line at all (a line that was itself a repeat sits inside an accepted one),
-// so all lines can be judged together, after the file has been read:
-//  - exact repeats are found with a hash table;
-//  - every other line picks its rarest 8-character piece as an anchor (a
-//    small counting sketch, filled from a sample of the lines, tells which
-//    pieces are rare);
-//  - one pass over all lines, hashing each piece, finds where anchors occur,
-//    and each such place is compared in full.
-// So the work stays close to linear in the size of the file.
+// so all lines are judged together. There are two ways to do it; both give
+// the same answer.
 class RepeatFilter {
 public:
-    // The lines in file order; returns for each whether it is kept.
+    // The lines in file order; returns for each whether it is kept. Anchors
+    // first, and sorting when the anchors would take too long.
     static std::vector<bool> keep(const QStringList &lines);
+
+    // Quick on the files hosts write, and nothing when the lines share so
+    // many pieces that it would take more than a few passes over them.
+    static std::optional<std::vector<bool>> keepByAnchors(const QStringList &lines);
+    // Close to linear in the size of the lines whatever they hold.
+    static std::vector<bool> keepBySorting(const QStringList &lines);
 };

@@ -132,7 +132,7 @@ void frmEditQuestions::loadQuestions()
             return;
         const QString path = platform::onDisk(platform::programPath(m_words.fileName));
         if (platform::fileExists(path)) {
-            const QString text = platform::readWhole(path);
+            const QString text = platform::readWhole(path, platform::MaxShownFileBytes);
             platform::checkShowable(text);
             setBoxText(text);
             return;

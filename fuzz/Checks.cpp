@@ -1,5 +1,6 @@
 #include "Checks.h"
 #include "core/QuestionRules.h"
+#include "core/RepeatFilter.h"
 #include "files/ConfigFile.h"
 #include "platform/Errors.h"
 #include "platform/Numeric.h"
@@ -102,6 +103,13 @@ QString questionFile(QByteArrayView data)
     if (const QStringList plain = cutPlainly(data); lines != plain)
         return differs("lines cut by the reader and plainly", lines, plain);
 
+    QStringList candidates;
+    for (const QString &line : lines)
+        if (auto entry = questions::candidate(kind, line))
+            candidates << *entry;
+    const std::vector<bool> sorted = RepeatFilter::keepBySorting(candidates);
+    if (const auto anchored = RepeatFilter::keepByAnchors(candidates); anchored && *anchored != sorted)
+        return QStringLiteral("the repeat check by anchors and by sorting differ");
     const QStringList fast = questions::acceptLines(kind, lines);
     const QStringList literal = acceptLiterally(kind, lines);
     if (fast != literal)

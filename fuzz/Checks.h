@@ -11,7 +11,8 @@ namespace fuzzcheck {
 // The question file rules: the first byte picks the kind and the size of the
 // pieces the rest arrives in. Lines cut piece by piece must equal lines cut
 // in one go and by a plain reference, and the single-pass rules with the
-// repeat index must accept exactly what the rules applied literally accept.
+// repeat check must accept exactly what the rules applied literally accept;
+// the repeat check's two ways must agree.
 QString questionFile(QByteArrayView data);
 
 // The configuration file's line rules: every accepted setting is in range,

@@ -152,7 +152,10 @@ int openFailureNumber(const QString &path, Access access)
     return err::PathFileAccess;
 }
 
-LineSplitter::LineSplitter() = default;
+LineSplitter::LineSplitter(qsizetype maxLine)
+    : m_maxLine(maxLine)
+{
+}
 
 template <typename View, typename Buffer, typename Decode>
 bool LineSplitter::split(View text, Buffer &pending, const Decode &decode, const EachLine &eachLine)
@@ -167,16 +170,25 @@ bool LineSplitter::split(View text, Buffer &pending, const Decode &decode, const
         }
         m_lastWasCR = false;
         if (c == u'\r' || c == u'\n') {
-            pending.append(text.sliced(from, i - from));
-            const QString line = decode(pending);
+            const bool overlong = std::exchange(m_overlong, false) || tooLong(pending.size() + i - from);
+            QString line;
+            if (!overlong) {
+                pending.append(text.sliced(from, i - from));
+                line = decode(pending);
+            }
             pending.clear();
             m_lastWasCR = (c == u'\r');
             from = i + 1;
-            if (!eachLine(line))
+            if (!overlong && !eachLine(line))
                 return false;
         }
     }
-    pending.append(text.sliced(from));
+    if (!m_overlong && tooLong(pending.size() + text.size() - from)) {
+        m_overlong = true;
+        pending.clear();
+    }
+    if (!m_overlong)
+        pending.append(text.sliced(from));
     return true;
 }
 
@@ -207,6 +219,8 @@ void LineSplitter::finish(const EachLine &eachLine)
         if (!feed(std::exchange(m_head, {}), eachLine))
             return;
     }
+    if (m_overlong)
+        return;
     if (!m_pending.isEmpty())
         eachLine(decodeLine(m_pending));
     else if (!m_pendingText.isEmpty())
@@ -230,12 +244,12 @@ void openToRead(const QString &real, QFile &file)
 }
 }  // namespace
 
-void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine)
+void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine, qsizetype maxLine)
 {
     const QString real = onDisk(path);
     QFile file;
     openToRead(real, file);
-    LineSplitter splitter;
+    LineSplitter splitter(maxLine);
     while (true) {
         const QByteArray chunk = file.read(ChunkSize);
         if (chunk.isEmpty()) {
@@ -259,20 +273,25 @@ QStringList readAllLines(const QString &path)
     return lines;
 }
 
-QByteArray readBytes(const QString &path)
+QByteArray readBytes(const QString &path, qsizetype maxBytes)
 {
     const QString real = onDisk(path);
     QFile file;
     openToRead(real, file);
-    QByteArray bytes = file.readAll();
+    // The size is asked first, and the reading stops past it, in case the file grows meanwhile.
+    if (maxBytes > 0 && file.size() > maxBytes)
+        raise(err::OutOfMemory, QStringLiteral("the file is too large to show"));
+    QByteArray bytes = maxBytes > 0 ? file.read(maxBytes + 1) : file.readAll();
+    if (maxBytes > 0 && bytes.size() > maxBytes)
+        raise(err::OutOfMemory, QStringLiteral("the file is too large to show"));
     if (file.error() != QFileDevice::NoError)
         raise(err::PathFileAccess, file.errorString());
     return bytes;
 }
 
-QString readWhole(const QString &path)
+QString readWhole(const QString &path, qsizetype maxBytes)
 {
-    const QByteArray bytes = readBytes(path);
+    const QByteArray bytes = readBytes(path, maxBytes);
     if (bytes.isEmpty())
         raise(err::InputPastEnd, QStringLiteral("the file is empty"));
     return decodeText(bytes);

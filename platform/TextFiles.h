@@ -27,11 +27,13 @@ QByteArray encodeText(const QString &text);
 // Cuts bytes into lines as they arrive, in pieces of any size: a line ends at
 // CR LF, a bare LF or a bare CR, and a CR LF split between two pieces is one
 // end. Lines are decoded as decodeText does. The callback returns false to
-// stop early; feed then returns false too.
+// stop early; feed then returns false too. A line longer than maxLine
+// (bytes, or characters after a UTF-16 mark), when given, is skipped
+// without being held.
 class LineSplitter {
 public:
     using EachLine = std::function<bool(const QString &line)>;
-    LineSplitter();
+    explicit LineSplitter(qsizetype maxLine = 0);
     bool feed(QByteArrayView bytes, const EachLine &eachLine);
     // Hands over the last line when the bytes did not end with a line end.
     void finish(const EachLine &eachLine);
@@ -39,6 +41,7 @@ public:
 private:
     template <typename View, typename Buffer, typename Decode>
     bool split(View text, Buffer &pending, const Decode &decode, const EachLine &eachLine);
+    bool tooLong(qsizetype length) const { return m_maxLine > 0 && length > m_maxLine; }
 
     bool m_started = false;   // the byte order mark, if any, has been read
     QByteArray m_head;        // the first bytes, until that is known
@@ -46,6 +49,8 @@ private:
     QByteArray m_pending;     // the unfinished line
     QString m_pendingText;
     bool m_lastWasCR = false;
+    qsizetype m_maxLine;
+    bool m_overlong = false;  // the line so far is too long and is let go
 };
 
 // The editors and the rules viewer show a file whole in a text box, which
@@ -55,16 +60,28 @@ private:
 constexpr qsizetype MaxShownChars = 8 * 1024 * 1024;
 constexpr qsizetype MaxShownLine = 20000;
 void checkShowable(QStringView text);
+// A file to show that is larger than this is refused the same way before it
+// is read: its text could not be shown (it would hold more characters than
+// MaxShownChars in any encoding).
+constexpr qsizetype MaxShownFileBytes = 4 * MaxShownChars;
 
-// Reads a file line by line with a LineSplitter.
-void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine);
+// No line the program reads (question files, settings) is anywhere near
+// this long; a longer one is skipped as it is read, without being held, so
+// no file can make a reader's memory grow without bound. Only a line made
+// almost wholly of spaces could be that long and still mean something.
+constexpr qsizetype MaxLineBytes = 64 * 1024;
+
+// Reads a file line by line with a LineSplitter (maxLine 0: any length).
+void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine,
+               qsizetype maxLine = MaxLineBytes);
 QStringList readAllLines(const QString &path);
 
-// Reads a whole file's bytes.
-QByteArray readBytes(const QString &path);
+// Reads a whole file's bytes; one larger than maxBytes (when given) fails
+// with "out of memory" (7) before anything is read.
+QByteArray readBytes(const QString &path, qsizetype maxBytes = 0);
 
 // Reads a whole file unchanged. A file of zero length cannot be read (62).
-QString readWhole(const QString &path);
+QString readWhole(const QString &path, qsizetype maxBytes = 0);
 
 // Replaces a whole file so that a crash or a full disk at any moment leaves
 // either the old file or the new one, whole. A symbolic link stays and the

@@ -41,7 +41,7 @@ void frmHowTo::Form_Load()
             reportMissing(path);
             return;
         }
-        const QByteArray bytes = platform::readBytes(path);
+        const QByteArray bytes = platform::readBytes(path, platform::MaxShownFileBytes);
         if (bytes.size() > platform::MaxShownChars)
             platform::raise(platform::err::OutOfMemory, QStringLiteral("the rules document is too large"));
         // Read aside and checked before the box lays it out, so that a file

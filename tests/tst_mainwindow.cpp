@@ -301,8 +301,10 @@ private Q_SLOTS:
         g.ui()->optSound_1->click();
         QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31", "wmp2 volume 31", "wmp1 stop"}));
         QVERIFY(!g.ui()->hsc1->isEnabled());
+        g.fake.mediaCalls.clear();
         g.ui()->optSound_0->click();
         QVERIFY(g.ui()->hsc1->isEnabled());
+        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 play", "wmp1 loop on"}));  // the music plays on until switched off
     }
 
     void typingANameNeverPages()

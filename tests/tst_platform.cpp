@@ -73,26 +73,34 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QStringList{"a", "b"};
-        QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"};
-        QTest::newRow("CR") << QByteArray("a\rb\r") << QStringList{"a", "b"};
-        QTest::newRow("no final end") << QByteArray("a\r\nb") << QStringList{"a", "b"};
-        QTest::newRow("empty lines kept") << QByteArray("\r\n\r\na\n\n") << QStringList{"", "", "a", ""};
-        QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << QStringList{"a", "", "b"};
-        QTest::newRow("empty file") << QByteArray() << QStringList{};
+        QTest::addColumn<int>("maxLine");  // 0: any length
+        QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QStringList{"a", "b"} << 0;
+        QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"} << 0;
+        QTest::newRow("CR") << QByteArray("a\rb\r") << QStringList{"a", "b"} << 0;
+        QTest::newRow("no final end") << QByteArray("a\r\nb") << QStringList{"a", "b"} << 0;
+        QTest::newRow("empty lines kept") << QByteArray("\r\n\r\na\n\n") << QStringList{"", "", "a", ""} << 0;
+        QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << QStringList{"a", "", "b"} << 0;
+        QTest::newRow("empty file") << QByteArray() << QStringList{} << 0;
         QByteArray boundary(65535, 'x');
         boundary += "\r\ny";  // the CR ends one chunk, the LF begins the next
-        QTest::newRow("CR LF across a chunk") << boundary << QStringList{QString(65535, 'x'), "y"};
+        QTest::newRow("CR LF across a chunk") << boundary << QStringList{QString(65535, 'x'), "y"} << 0;
         QTest::newRow("invalid UTF-8 line alone") << QByteArray("ok \xc3\xa9\r\nbad \xe9\r\n")
-                                                  << QStringList{QString::fromUtf8("ok é"), QString::fromUtf8("bad é")};
-        QTest::newRow("UTF-16, no final end") << QByteArray("\xff\xfe" "a\0\r\0\n\0b\0", 10) << QStringList{"a", "b"};
+                                                  << QStringList{QString::fromUtf8("ok é"), QString::fromUtf8("bad é")} << 0;
+        QTest::newRow("a line past the limit is let go") << QByteArray("abcd\r\nabcde\r\nab") << QStringList{"abcd", "ab"} << 4;
+        QTest::newRow("the last line past the limit") << QByteArray("ab\nabcde") << QStringList{"ab"} << 4;
+        QTest::newRow("past the limit across chunks") << QByteArray(70000, 'x') + "\r\nshort\r\n" << QStringList{"short"} << 65536;
+        QTest::newRow("UTF-16, no final end") << QByteArray("\xff\xfe" "a\0\r\0\n\0b\0", 10) << QStringList{"a", "b"} << 0;
+        QTest::newRow("UTF-16 past the limit") << QByteArray("\xff\xfe" "a\0b\0c\0d\0e\0\n\0x\0", 16) << QStringList{"x"} << 4;
     }
     void linesEndAtAnyLineEnd()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QStringList, lines);
+        QFETCH(int, maxLine);
         FakePlatform fake;
-        QCOMPARE(platform::readAllLines(fake.writeFile("t.txt", bytes)), lines);
+        QStringList read;
+        platform::readLines(fake.writeFile("t.txt", bytes), [&](const QString &line) { return read << line, true; }, maxLine);
+        QCOMPARE(read, lines);
     }
     void wholeFileWriteIsAllOrNothing()
     {

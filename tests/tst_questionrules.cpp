@@ -3,6 +3,7 @@
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "core/Decks.h"
+#include "core/RepeatFilter.h"
 #include "platform/Globals.h"
 #include <QFile>
 
@@ -98,6 +99,58 @@ private Q_SLOTS:
         fake.randomValues = {0.5f, 0.25f, 0.99f, 0.0f};
         QCOMPARE(Globals::ShuffleArray(entries), (QStringList{"c", "a", "d", "b"}));
         QCOMPARE(Globals::ShuffleArray(QStringList{"only"}), QStringList{"only"});
+    }
+
+    void fullDeckEndsTheReading_data()
+    {
+        QTest::addColumn<int>("repeatEvery");  // every n-th line repeats the one before; 0: none; 1: all do
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<int>("stopsAt");  // the line whose add says the deck is full; -1: none
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<int>("last");  // the number in the deck's last entry
+        QTest::newRow("distinct lines: the deck's last ends it") << 0 << 40000 << 32765 << 32766 << 32765;
+        QTest::newRow("every other line a repeat") << 2 << 70000 << 65531 << 32766 << 65530;
+        QTest::newRow("one short of full") << 0 << 32765 << -1 << 32765 << 32764;
+        QTest::newRow("repeats only: read to the end") << 1 << 50000 << -1 << 1 << 0;
+    }
+    void fullDeckEndsTheReading()
+    {
+        QFETCH(int, repeatEvery);
+        QFETCH(int, lines);
+        QFETCH(int, stopsAt);
+        QFETCH(int, entries);
+        QFETCH(int, last);
+        questions::Reader reader(Kind::Match);
+        QString line = QStringLiteral("Q0x Blank");
+        int stopped = -1;
+        for (int i = 0; i < lines && stopped < 0; ++i) {
+            if (repeatEvery == 0 || (repeatEvery > 1 && i % repeatEvery == 0))
+                line = QStringLiteral("Q%1x Blank").arg(i);
+            if (!reader.add(line))
+                stopped = i;
+        }
+        QCOMPARE(stopped, stopsAt);
+        const QStringList deck = reader.finish();
+        QCOMPARE(deck.size(), entries);
+        QCOMPARE(deck.first(), "Q0X," + U19);
+        QCOMPARE(deck.last(), QStringLiteral("Q%1X,").arg(last) + U19);
+    }
+
+    void linesBuiltAgainstTheQuickCheckGetTheSureOne()
+    {
+        // Runs of one letter that differ in one place share every piece.
+        QStringList lines;
+        for (int i = 0; i < 600; ++i)
+            lines << QString(200, QLatin1Char('a')).replace(i % 200, 1, QLatin1Char(i % 400 < 200 ? 'b' : 'c')) + " Blank";
+        lines << QString(150, QLatin1Char('a')) << QString(190, QLatin1Char('a')) + 'b' << 'b' + QString(190, QLatin1Char('a'));
+        QVERIFY(!RepeatFilter::keepByAnchors(lines));
+        const std::vector<bool> kept = RepeatFilter::keep(lines);
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            bool inside = false;
+            for (qsizetype j = 0; j < i && !inside; ++j)
+                inside = lines[j].contains(lines[i]);
+            QVERIFY2(kept[size_t(i)] == !inside, qPrintable(QString::number(i)));
+        }
     }
 
     void shippedFilesLoseNoLine_data()
