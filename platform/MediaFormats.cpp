@@ -7,10 +7,13 @@
 namespace platform {
 
 namespace {
+// Asked by codec: Qt's GStreamer back end lists only a few file formats
+// (Wave, AVI) even where it plays MP3, but its codecs are the decoders
+// GStreamer really has.
 bool decoders()
 {
-    const auto formats = QMediaFormat().supportedFileFormats(QMediaFormat::Decode);
-    return formats.contains(QMediaFormat::MP3) && formats.contains(QMediaFormat::Wave);
+    const auto codecs = QMediaFormat().supportedAudioCodecs(QMediaFormat::Decode);
+    return codecs.contains(QMediaFormat::AudioCodec::MP3) && codecs.contains(QMediaFormat::AudioCodec::Wave);
 }
 
 bool isMediaPlayer(const QString &componentFile)

@@ -41,9 +41,8 @@ void frmHowTo::Form_Load()
             reportMissing(path);
             return;
         }
-        const QByteArray bytes = platform::readBytes(path, platform::MaxShownFileBytes);
-        if (bytes.size() > platform::MaxShownChars)
-            platform::raise(platform::err::OutOfMemory, QStringLiteral("the rules document is too large"));
+        // Asked before reading: a larger document could not be shown.
+        const QByteArray bytes = platform::readBytes(path, platform::MaxShownChars);
         // Read aside and checked before the box lays it out, so that a file
         // the box cannot show leaves it as it was.
         auto document = std::make_unique<QTextDocument>();
@@ -51,5 +50,8 @@ void frmHowTo::Form_Load()
         platform::checkShowable(document->toPlainText());
         document->setParent(m_ui->rtb1);
         m_ui->rtb1->setDocument(document.release());  // shown from its start
+        // A viewer shows no caret; keys still move through the text, for a
+        // screen reader. (The width lives in the document's layout.)
+        m_ui->rtb1->setCursorWidth(0);
     });
 }

@@ -34,8 +34,17 @@ frmTandrel::frmTandrel(QWidget *parent)
     lblName = {m_ui->lblName_0, m_ui->lblName_1};
     OptTimer = {m_ui->OptTimer_0, m_ui->OptTimer_1};
     optSound = {m_ui->optSound_0, m_ui->optSound_1};
-    for (int i = 0; i < 10; ++i)
+    // A screen reader hears what a field shows, after what it is.
+    const auto nameByText = [](QLineEdit *field, const QString &role) {
+        const auto name = [field, role] { field->setAccessibleName(role + QStringLiteral(": ") + field->text()); };
+        connect(field, &QLineEdit::textChanged, field, name);
+        name();
+    };
+    nameByText(m_ui->txtTimer, QStringLiteral("Countdown"));
+    for (int i = 0; i < 10; ++i) {
+        nameByText(txtCounter[size_t(i)], QStringLiteral("Player %1 score").arg(i + 1));
         paintRow(i, i == 0);
+    }
     // The match line is set wide, as a display face would be.
     for (QLabel *label : lblName) {
         QFont font = label->font();

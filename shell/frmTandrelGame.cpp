@@ -88,6 +88,9 @@ void frmTandrel::paintRow(int row, bool current)
     const QString css = QStringLiteral("QLineEdit { background-color: %1; color: black; }").arg(QColor(rgb).name());
     txtPlayer[size_t(row)]->setStyleSheet(css);
     txtCounter[size_t(row)]->setStyleSheet(css);
+    // The turn is told in words too, not only by the colour.
+    txtPlayer[size_t(row)]->setAccessibleName(QStringLiteral("Player %1 name").arg(row + 1)
+                                              + (current ? QStringLiteral(", their turn") : QString()));
 }
 
 void frmTandrel::paintPlayers()

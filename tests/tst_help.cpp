@@ -41,6 +41,9 @@ private Q_SLOTS:
         QCOMPARE(viewer()->windowTitle(), QStringLiteral("How to Play Tandrel"));
         QCOMPARE(viewer()->ui()->rtb1->toPlainText(), QStringLiteral("How to play\nWrite the missing word.\n"));
         QVERIFY(viewer()->ui()->rtb1->isReadOnly());
+        // No blinking caret, though keys still move through the text (a screen reader follows them).
+        QCOMPARE(viewer()->ui()->rtb1->cursorWidth(), 0);
+        QVERIFY(viewer()->ui()->rtb1->textInteractionFlags() & Qt::TextSelectableByKeyboard);
         QCOMPARE(g.fake.boxes.size(), 1);
         viewer()->close();
         QCOMPARE(g.fake.logTexts().mid(1), (QStringList{"Loading Form frmHowTo", "Unloading Form frmHowTo"}));

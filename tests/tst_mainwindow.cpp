@@ -5,6 +5,7 @@
 #include "TestMain.h"
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
+#include <QAccessible>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTimer>
@@ -313,6 +314,26 @@ private Q_SLOTS:
         QTest::keyClicks(g.w().txtPlayer[1], QStringLiteral("Bo! \"Q\" #3"));  // ! and " share PageUp's and PageDown's numbers
         QVERIFY(g.w().txtPlayer[1]->text().endsWith(QStringLiteral("Bo! \"Q\" #3")));
         QCOMPARE(g.state(), QStringLiteral("R1 T0 0,0 M1 P1"));
+    }
+    void screenReaderHearsWhatTheRoomSees()
+    {
+        GameWindow g(6, 0);
+        // (That it is told of each change is checked through the desktop's accessibility bus, end to end.)
+        g.play("c3 k1 T u1 n v");
+        const auto heard = [&](const char *name) {
+            QAccessibleInterface *control = QAccessible::queryAccessibleInterface(g.w().findChild<QWidget *>(name));
+            return control->text(QAccessible::Name) + " / " + control->text(QAccessible::Description);
+        };
+        QCOMPARE(heard("clkStatusMatch"), "Viewing Match 2 of 6 Matches... / Match status");
+        QCOMPARE(heard("lblName_1"), g.w().lblName[1]->text() + " / Match line right");
+        QCOMPARE(heard("clkRound"), QStringLiteral("Round 1 / Round"));
+        QCOMPARE(heard("txtTimer"), QStringLiteral("Countdown: 29 / Countdown"));
+        QCOMPARE(heard("txtCounter_1"), QStringLiteral("Player 2 score: 1 / "));
+        QCOMPARE(heard("txtPlayer_2"), QStringLiteral("Player 3 name, their turn / "));
+        QCOMPARE(heard("txtPlayer_1"), QStringLiteral("Player 2 name / "));
+        // The lists are labelled by their captions.
+        const auto labels = QAccessible::queryAccessibleInterface(g.ui()->cmbNumPlayers)->relations(QAccessible::Label);
+        QVERIFY(!labels.isEmpty() && labels.first().first->text(QAccessible::Name) == QStringLiteral("Number Of Players:"));
     }
     void countdownWithoutAQuestion()
     {
