@@ -27,6 +27,15 @@ for f in TandrelLines.txt TandrelPhrases.txt; do
   "$bin" peak read "$out/$f"
   "$bin" peak load "$out/$f"
 done
+echo "== Files built against the repeat check (6 MB each): load + shuffle against read + split (best of 3)"
+"$bin" families "$out"
+echo "== Large files: a 50 MB and a 200 MB match file of plain lines, and 50 MB of long two-letter phrases"
+awk 'BEGIN { for (i = 0; i < 2100000; i++) printf "Question %d has a Blank\r\n", i }' > "$out/big50-Lines.txt"
+awk 'BEGIN { for (i = 0; i < 8400000; i++) printf "Question %d has a Blank\r\n", i }' > "$out/big200-Lines.txt"
+awk 'BEGIN { srand(3); for (i = 0; i < 175000; i++) { s = ""; for (k = 0; k < 290; k++) s = s (rand() < 0.5 ? "a" : "b"); printf "%s Blank\r\n", s } }' > "$out/big50-long-Phrases.txt"
+for f in big50-Lines.txt big200-Lines.txt big50-long-Phrases.txt; do
+  /usr/bin/time -f "  %e s" "$bin" peak load "$out/$f"
+done
 
 if [ -z "${DISPLAY:-}" ]; then
   if command -v Xvfb > /dev/null; then

@@ -48,6 +48,7 @@ void frmHowTo::Form_Load()
         auto document = std::make_unique<QTextDocument>();
         rtf::read(bytes, document.get());
         platform::checkShowable(document->toPlainText());
+        document->setDocumentMargin(12);  // the text clear of the frame, as on a page
         document->setParent(m_ui->rtb1);
         m_ui->rtb1->setDocument(document.release());  // shown from its start
         // A viewer shows no caret; keys still move through the text, for a
