@@ -223,12 +223,15 @@ bool Reader::add(const QString &line)
 bool Reader::settle()
 {
     const std::vector<bool> kept = RepeatFilter::keep(m_candidates);
-    QStringList entries;
-    for (qsizetype i = 0; i < m_candidates.size() && entries.size() < MaxDeckEntries; ++i)
-        if (kept[size_t(i)])
-            entries.append(m_candidates[i]);
-    m_candidates = std::move(entries);
-    m_settled = m_candidates.size();
+    qsizetype accepted = 0;
+    for (qsizetype i = 0; i < m_candidates.size() && accepted < MaxDeckEntries; ++i)
+        if (kept[size_t(i)]) {
+            if (accepted != i)
+                m_candidates[accepted] = std::move(m_candidates[i]);
+            ++accepted;
+        }
+    m_candidates.resize(accepted);
+    m_settled = accepted;
     return m_settled == MaxDeckEntries;
 }
 

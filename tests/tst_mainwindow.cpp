@@ -83,6 +83,7 @@ private Q_SLOTS:
             {"won Name 5", "File Does Not Exist", "Exiting File Load"});
         row("double click gives the turn", "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2");
         row("fewer players: turn to row 0, rows keep their scores", "c4 =3:6 n n n n n c2 c4", "R2 T0 0,0,0,6 M6 P1");
+        row("two players again, the list's first entry", "c3 n n c2", "R1 T0 0,0 M3 P1");
         row("paging from a name", "c3 ^ _ _", "R1 T2 0,0,0 M6 P1");
         row("paging on the phrase tab", "c3 tab1 ^ _ _", "R1 T2 0,0,0 M1 P6");
         row("paging without a question", "tab0 ^ _ n p", "R1 T0 0,0 M0 P1", {}, 0, 6);

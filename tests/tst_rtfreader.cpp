@@ -40,6 +40,8 @@ private Q_SLOTS:
         QTest::newRow("huge size clamped") << QByteArray("\\fs99999999999999999 x") << "x" << "" << 400.0 << QColor();
         QTest::newRow("colour") << colours + "\\cf2 blue\\cf0 auto" << "blue" << "" << 0.0 << QColor(0, 0, 255);
         QTest::newRow("cf0 is automatic") << colours + "\\cf2 blue\\cf0 auto" << "auto" << "" << 0.0 << QColor();
+        QTest::newRow("cf0 is automatic, whatever the table's first entry") << QByteArray("{\\colortbl\\red9\\green9\\blue9;}\\cf0 auto")
+                                                                           << "auto" << "" << 0.0 << QColor();
         QTest::newRow("components clamped") << QByteArray("{\\colortbl;\\red999\\green-5\\blue3;}\\cf1 x") << "x" << ""
                                             << 0.0 << QColor(255, 0, 3);
         QTest::newRow("index out of range") << colours + "\\cf7 x" << "x" << "" << 0.0 << QColor();
