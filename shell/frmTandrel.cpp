@@ -1,6 +1,7 @@
 // The main window itself: its making, start-up, closing and the questions'
 // fitting; the game's handlers are in the files named in the header.
 #include "shell/frmTandrel.h"
+#include "shell/ScreenFit.h"
 #include "core/Decks.h"
 #include "files/Backups.h"
 #include "files/ConfigFile.h"
@@ -13,6 +14,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
+#include <QScreen>
+#include <QWindowStateChangeEvent>
 #include <QShortcut>
 
 using Globals::Guard;
@@ -23,8 +26,10 @@ frmTandrel::frmTandrel(QWidget *parent)
     : QWidget(parent), m_ui(new Ui::frmTandrel), m_sound(std::make_unique<Sound>())
 {
     m_ui->setupUi(this);
-    // The layout is fixed: whatever the window manager does, nothing moves.
-    setFixedSize(944, 513);
+    // The layout is fixed: a larger window leaves every control in its place
+    // (only full screen scales them).
+    setMinimumSize(DesignSize);
+    resize(DesignSize);
     for (int i = 0; i < 10; ++i) {
         txtPlayer[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtPlayer_%1").arg(i));
         txtCounter[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtCounter_%1").arg(i));
@@ -63,10 +68,67 @@ frmTandrel::frmTandrel(QWidget *parent)
     connectLinks();
     // Ctrl+Q ends the program as the close box does, exit question included.
     connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence(Qt::Key_F11), this), &QShortcut::activated, this, &frmTandrel::toggleFullScreen);
+    m_design = std::make_unique<screenfit::Design>(this);
     platform::registerLoadedWindow(this);
 }
 
 frmTandrel::~frmTandrel() = default;
+
+void frmTandrel::toggleFullScreen()
+{
+    m_big = !m_big;
+    // A screen smaller than the design (an old 800 x 600 projector) gets it
+    // scaled down.
+    setMinimumSize(m_big ? QSize() : DesignSize);
+    if (m_big) {
+        m_normalGeometry = geometry();
+        showFullScreen();
+    } else {
+        showNormal();
+    }
+    // Without a window manager (a kiosk, a bare X session) nobody else sizes
+    // the window, so it sizes itself.
+    const QRect wanted = m_big && screen() ? screen()->geometry() : m_normalGeometry;
+    if (geometry() != wanted)
+        setGeometry(wanted);
+    fitToWindow();
+}
+
+void frmTandrel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::WindowStateChange) {
+        const auto before = static_cast<QWindowStateChangeEvent *>(event)->oldState();
+        // The maximise button shows the game big, as F11 does; a window
+        // manager that ends full screen ends it here too.
+        if ((windowState() & Qt::WindowMaximized) && !m_big)
+            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
+        else if ((before & Qt::WindowFullScreen) && !(windowState() & Qt::WindowFullScreen) && m_big)
+            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
+    }
+    QWidget::changeEvent(event);
+}
+
+void frmTandrel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitToWindow();
+}
+
+void frmTandrel::fitToWindow()
+{
+    if (!m_design)
+        return;
+    // Outside full screen nothing moves, whatever the window's size.
+    const double factor = m_big ? screenfit::factor(DesignSize, size()) : 1;
+    const QPoint at = m_big ? screenfit::offset(DesignSize, size(), factor) : QPoint();
+    if (factor == m_design->currentFactor() && at == m_designOffset)
+        return;
+    m_design->apply(factor, at);
+    m_designOffset = at;
+    for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
+        fitText(label);
+}
 
 void frmTandrel::selectOption(QRadioButton *option)
 {

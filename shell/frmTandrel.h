@@ -19,6 +19,9 @@ namespace Ui {
 class frmTandrel;
 }
 class Countdown;
+namespace screenfit {
+class Design;
+}
 class QAbstractButton;
 class QComboBox;
 class QKeyEvent;
@@ -111,9 +114,18 @@ public:
     void clkDonate_Click();
     void clkVideo_Click();
 
+    // ---- Shown big ----------------------------------------------------------
+    // F11 or the maximise button: full screen, the whole design scaled to fill
+    // it; the same again: back to the design's size.
+    void toggleFullScreen();
+    bool isBig() const { return m_big; }
+    static constexpr QSize DesignSize{944, 513};
+
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;  // Form_Resize
+    void changeEvent(QEvent *event) override;
 
 private:
     // What differs between the two tabs; the code is the same.
@@ -162,6 +174,11 @@ private:
     bool m_ending = false;
     int m_lastTab = 1;
     std::array<QRgb, 10> m_rowColour{};
+    std::unique_ptr<screenfit::Design> m_design;
+    QPoint m_designOffset;
+    bool m_big = false;  // full screen, scaled
+    QRect m_normalGeometry;
+    void fitToWindow();
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;
     // The lists' keys are undone: what the list showed before the key.

@@ -3,6 +3,7 @@
 // control, the countdown and sound switches.
 #include "GameWindow.h"
 #include "TestMain.h"
+#include "shell/ScreenFit.h"
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAccessible>
@@ -335,6 +336,59 @@ private Q_SLOTS:
         // The lists are labelled by their captions.
         const auto labels = QAccessible::queryAccessibleInterface(g.ui()->cmbNumPlayers)->relations(QAccessible::Label);
         QVERIFY(!labels.isEmpty() && labels.first().first->text(QAccessible::Name) == QStringLiteral("Number Of Players:"));
+    }
+    void designScalesToAnyScreen_data()
+    {
+        QTest::addColumn<QSize>("room");      // the screen, in device-independent pixels
+        QTest::addColumn<QRect>("tabs");      // where the tabs (designed at 8, 42, 657 x 409) go
+        QTest::addColumn<double>("points");   // what a 12-point font becomes
+        QTest::newRow("720p") << QSize(1280, 720) << QRect(11, 69, 891, 555) << 16.27;
+        QTest::newRow("1080p, and 4K at scale 2") << QSize(1920, 1080) << QRect(16, 103, 1337, 832) << 24.41;
+        QTest::newRow("a screen turned upright") << QSize(1080, 1920) << QRect(9, 715, 752, 468) << 13.73;
+        QTest::newRow("the design's own size") << QSize(944, 513) << QRect(8, 42, 657, 409) << 12.0;
+    }
+    void designScalesToAnyScreen()
+    {
+        QFETCH(QSize, room);
+        QFETCH(QRect, tabs);
+        QFETCH(double, points);
+        const double f = screenfit::factor(frmTandrel::DesignSize, room);
+        QCOMPARE(screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, room, f)), tabs);
+        QCOMPARE(qRound(screenfit::scaled(QFont("Liberation Serif", 12), f).pointSizeF() * 100) / 100.0, points);
+        // Neighbours that touch in the design still touch.
+        QCOMPARE(screenfit::scaled(QRect(8, 42, 100, 30), f).right() + 1, screenfit::scaled(QRect(108, 42, 50, 30), f).left());
+    }
+
+    void fullScreenScalesEverythingAndComesBack()
+    {
+        GameWindow g;
+        g.w().show();
+        g.w().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&g.w()));  // shortcuts reach an active window only
+        const auto controls = g.w().findChildren<QWidget *>();
+        const auto snapshot = [&] {
+            QStringList out;
+            for (QWidget *w : controls)
+                if (!qobject_cast<QTabBar *>(w->parentWidget()))  // the tab bar's hidden scroll arrows are placed lazily
+                    out << QStringLiteral("%1 %2,%3 %4x%5 %6").arg(w->objectName()).arg(w->x()).arg(w->y()).arg(w->width())
+                           .arg(w->height()).arg(w->font().pointSizeF());
+            return out;
+        };
+        const QStringList design = snapshot();
+        const double nextPoints = g.ui()->clkNext->font().pointSizeF();
+        QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
+        QVERIFY(g.w().isBig());
+        const QSize screen = g.w().screen()->geometry().size();
+        QCOMPARE(g.w().size(), screen);
+        const double f = screenfit::factor(frmTandrel::DesignSize, screen);
+        QCOMPARE(g.ui()->SSTab1->geometry(), screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, screen, f)));
+        QCOMPARE(g.ui()->clkNext->font().pointSizeF(), nextPoints * f);
+        QCOMPARE(g.ui()->SSTab1->tabBar()->font().pointSizeF(), g.ui()->SSTab1->font().pointSizeF());
+        g.play("^ _ ^");  // the clicker's keys work as before
+        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M2 P1"));
+        QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
+        QVERIFY(!g.w().isBig());
+        QCOMPARE(snapshot(), design);  // exactly the design again
     }
     void countdownWithoutAQuestion()
     {

@@ -1,0 +1,47 @@
+#pragma once
+// A window of fixed design shown big: every control's place, size and font
+// scaled by one factor to fill a screen, keeping the proportions, centred.
+// The controls are laid out again, not a picture stretched, so text and
+// pictures stay sharp at any size.
+#include <QFont>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <vector>
+
+class QWidget;
+
+namespace screenfit {
+
+// The largest factor at which the design fits the room.
+double factor(QSize design, QSize room);
+// Where the scaled design's top left goes so that it sits in the middle.
+QPoint offset(QSize design, QSize room, double factor);
+QRect scaled(const QRect &design, double factor, QPoint offset = {});
+QFont scaled(const QFont &design, double factor);
+
+// Every control of a window as it was designed, to scale and to restore.
+class Design {
+public:
+    explicit Design(QWidget *window);
+    // Factor 1 at (0, 0) puts back exactly the design.
+    void apply(double factor, QPoint offset);
+    double currentFactor() const { return m_factor; }
+
+private:
+    struct Control {
+        QWidget *widget;
+        QRect geometry;
+        QFont font;
+        bool ownFont;
+        bool onWindow;  // placed on the window itself, so moved to the middle
+        double fitPoints;  // a question's largest font size, or 0
+    };
+    void collect(QWidget *parent, bool onWindow);
+    QWidget *m_window;
+    QFont m_windowFont;
+    std::vector<Control> m_controls;
+    double m_factor = 1;
+};
+
+}  // namespace screenfit
