@@ -5,7 +5,6 @@
 #include <bit>
 #include <cstring>
 #include <divsufsort.h>
-#include <numeric>
 #include <optional>
 
 namespace {
@@ -243,14 +242,14 @@ public:
         : m_rank(0x10000)
     {
         std::vector<quint32> count(0x10000);
+        std::vector<char16_t> used;  // only these are ever asked for
         for (const QString &line : lines)
             for (QChar c : line)
-                ++count[c.unicode()];
-        std::vector<quint16> units(0x10000);
-        std::iota(units.begin(), units.end(), quint16(0));
-        std::stable_sort(units.begin(), units.end(), [&](quint16 a, quint16 b) { return count[a] > count[b]; });
-        for (quint32 r = 0; r < 0x10000; ++r)
-            m_rank[units[r]] = quint16(r);
+                if (count[c.unicode()]++ == 0)
+                    used.push_back(c.unicode());
+        std::sort(used.begin(), used.end(), [&](char16_t a, char16_t b) { return count[a] > count[b] || (count[a] == count[b] && a < b); });
+        for (size_t r = 0; r < used.size(); ++r)
+            m_rank[used[r]] = quint16(r);
     }
     static int length(quint32 rank) { return rank < One ? 1 : rank < One + Two ? 2 : 3; }
     quint32 rank(QChar c) const { return m_rank[c.unicode()]; }
