@@ -1,4 +1,7 @@
 #include "shell/ScreenFit.h"
+#include <QApplication>
+#include <QLayout>
+#include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVariant>
@@ -77,6 +80,60 @@ void Design::apply(double factor, QPoint offset)
             c.widget->setProperty("designPointSize", c.fitPoints * factor);
         c.widget->setGeometry(scaled(c.geometry, factor, c.onWindow ? offset : QPoint()));
     }
+}
+
+OtherWindows::OtherWindows(QWidget *main, double factor)
+    : QObject(main), m_main(main), m_factor(factor)
+{
+    qApp->installEventFilter(this);
+}
+
+OtherWindows::~OtherWindows()
+{
+    qApp->removeEventFilter(this);
+}
+
+bool OtherWindows::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Show || !watched->isWidgetType())
+        return false;
+    auto *window = static_cast<QWidget *>(watched);
+    const Qt::WindowType type = window->windowType();
+    if (window == m_main || !window->isWindow() || (type != Qt::Dialog && type != Qt::Window)
+        || window->property("screenFitFactor").toDouble() == m_factor)
+        return false;
+    window->setProperty("screenFitFactor", m_factor);
+    fit(window);
+    // Once shown, as a window manager may have placed it meanwhile.
+    QMetaObject::invokeMethod(window, [this, window] { place(window); }, Qt::QueuedConnection);
+    return false;
+}
+
+void OtherWindows::fit(QWidget *window) const
+{
+    // The program's style sheet sets a message's size; the box's own wins.
+    if (auto *box = qobject_cast<QMessageBox *>(window))
+        box->setStyleSheet(QStringLiteral("QLabel { font-size: %1pt; }").arg(13 * m_factor, 0, 'f', 1));
+    if (window->layout()) {
+        // Each control by itself: under a style sheet a font set on the
+        // window no longer reaches controls already shown once.
+        for (QWidget *w : window->findChildren<QWidget *>())
+            w->setFont(scaled(w->font(), m_factor));
+        window->setFont(scaled(window->font(), m_factor));
+    } else {
+        Design(window).apply(m_factor, QPoint());
+        window->resize(scaled(QRect(QPoint(), window->size()), m_factor).size());
+    }
+}
+
+void OtherWindows::place(QWidget *window) const
+{
+    if (window->layout()) {
+        window->setMinimumSize(window->layout()->minimumSize());
+        window->adjustSize();
+    }
+    // Over the middle of the screen the game is on.
+    window->move(m_main->geometry().center() - QPoint(window->width() / 2, window->height() / 2));
 }
 
 }  // namespace screenfit

@@ -4,6 +4,7 @@
 // The controls are laid out again, not a picture stretched, so text and
 // pictures stay sharp at any size.
 #include <QFont>
+#include <QObject>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
@@ -42,6 +43,24 @@ private:
     QFont m_windowFont;
     std::vector<Control> m_controls;
     double m_factor = 1;
+};
+
+// While installed on the application, every window that opens (a dialog, a
+// message box, an editor) is shown at the factor too: its fonts scaled, and
+// its size with them. Windows laid out by hand scale as a Design.
+class OtherWindows : public QObject {
+public:
+    OtherWindows(QWidget *main, double factor);
+    ~OtherWindows() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void fit(QWidget *window) const;
+    void place(QWidget *window) const;
+    QWidget *m_main;
+    double m_factor;
 };
 
 }  // namespace screenfit

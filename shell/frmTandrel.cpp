@@ -126,6 +126,9 @@ void frmTandrel::fitToWindow()
         return;
     m_design->apply(factor, at);
     m_designOffset = at;
+    // Other windows open at the same scale while the game is big.
+    delete m_otherWindows;
+    m_otherWindows = m_big ? new screenfit::OtherWindows(this, factor) : nullptr;
     for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
         fitText(label);
 }

@@ -175,6 +175,7 @@ private:
     int m_lastTab = 1;
     std::array<QRgb, 10> m_rowColour{};
     std::unique_ptr<screenfit::Design> m_design;
+    QObject *m_otherWindows = nullptr;  // a screenfit::OtherWindows, a child
     QPoint m_designOffset;
     bool m_big = false;  // full screen, scaled
     QRect m_normalGeometry;

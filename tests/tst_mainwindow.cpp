@@ -7,6 +7,7 @@
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAccessible>
+#include <QVBoxLayout>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTimer>
@@ -386,6 +387,15 @@ private Q_SLOTS:
         QCOMPARE(g.ui()->SSTab1->tabBar()->font().pointSizeF(), g.ui()->SSTab1->font().pointSizeF());
         g.play("^ _ ^");  // the clicker's keys work as before
         QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M2 P1"));
+        // A window opened meanwhile is as big, over the middle of the screen.
+        QDialog dialog(&g.w());
+        auto *label = new QLabel(QStringLiteral("Save?"), &dialog);
+        (new QVBoxLayout(&dialog))->addWidget(label);
+        const double points = dialog.font().pointSizeF();
+        dialog.show();
+        QCOMPARE(label->font().pointSizeF(), points * f);
+        QVERIFY((dialog.geometry().center() - g.w().geometry().center()).manhattanLength() <= 2);
+        dialog.hide();
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(!g.w().isBig());
         QCOMPARE(snapshot(), design);  // exactly the design again
