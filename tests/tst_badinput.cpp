@@ -26,6 +26,8 @@ void makeFile(const QString &entry, const QString &path)
     };
     if (entry == QLatin1String("one-10MB-line")) {
         write("Blank " + QByteArray(10 * 1024 * 1024, 'x') + "\r\n");
+    } else if (entry == QLatin1String("one-25000-character-line")) {
+        write("Blank " + QByteArray(25000, 'x') + "\r\n");
     } else if (entry == QLatin1String("50MB-random")) {
         std::mt19937 gen(20261123);
         QByteArray bytes(50 * 1024 * 1024, '\0');
@@ -74,6 +76,7 @@ const Row Catalogue[] = {
     {"cr-only", {"3", "3", "", "shown", "shown"}},
     {"mixed-line-ends", {"5", "5", "", "shown", "shown"}},
     {"one-10MB-line", {"Exiting File Load", "Exiting File Load", "", "loadTandrelLines 7", "Form_Load frmHowTo 7"}},
+    {"one-25000-character-line", {"Exiting File Load", "Exiting File Load", "", "loadTandrelLines 7", "Form_Load frmHowTo 7"}},
     {"50MB-random", {"Exiting File Load", "Exiting File Load", "", "loadTandrelLines 7", "Form_Load frmHowTo 7"}},
     {"40000-lines", {"32766", "32766", "", "shown", "shown"}},
     {"symlink-loop", {"File Does Not Exist", "File Does Not Exist", "", "Create a New Match File?", "File not Loaded"}},
