@@ -4,10 +4,12 @@
 #include "platform/Errors.h"
 #include "platform/FolderLock.h"
 #include "platform/Numeric.h"
+#include "platform/Services.h"
 #include "platform/TextFiles.h"
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <random>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -289,6 +291,19 @@ private Q_SLOTS:
         QVERIFY(platform::holdFolder(fake.dir));
         QVERIFY(platform::holdFolder(fake.path("missing")));  // nothing to hold never stops a start
         QFile::setPermissions(runtime, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+    void everyStartDealsItsOwnOrder()
+    {
+        // Unseeded, every party would get the generator's fixed first numbers, so the same questions in the same order.
+        platform::Random &random = *platform::realServices().random;
+        random.reseedFromClock();
+        std::mt19937 fixed(5489u);
+        QStringList drawn, unseeded;
+        for (int i = 0; i < 4; ++i) {
+            drawn << QString::number(random.next());
+            unseeded << QString::number(float(fixed() >> 8) * (1.0f / 16777216.0f));
+        }
+        QVERIFY(drawn != unseeded);
     }
     void namesMatchInAnyLetterCase()
     {
