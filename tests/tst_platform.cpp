@@ -82,6 +82,7 @@ private Q_SLOTS:
         QTest::newRow("no final end") << QByteArray("a\r\nb") << QStringList{"a", "b"} << 0;
         QTest::newRow("empty lines kept") << QByteArray("\r\n\r\na\n\n") << QStringList{"", "", "a", ""} << 0;
         QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << QStringList{"a", "", "b"} << 0;
+        QTest::newRow("CR LF then LF is two ends") << QByteArray("a\r\n\nb") << QStringList{"a", "", "b"} << 0;
         QTest::newRow("empty file") << QByteArray() << QStringList{} << 0;
         QByteArray boundary(65535, 'x');
         boundary += "\r\ny";  // the CR ends one chunk, the LF begins the next

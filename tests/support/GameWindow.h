@@ -55,8 +55,11 @@ struct GameWindow {
         fake.onModal = [this](QDialog &dialog) {
             const QStringList parts = dialog.findChild<QAbstractButton *>(QStringLiteral("clkStatus"))->text().split("\r\n\r\n");
             const bool tie = parts.size() > 3;
+            const auto shows = [&](const char *button) { return dialog.findChild<QWidget *>(button)->isVisibleTo(&dialog); };
+            const bool buttonsRight = shows("clkYes") == tie && shows("clkNo") == tie && shows("clkClose") == !tie;
             shown << (tie ? "tie " + parts[2] + " at " + parts[3].section(' ', -1)
-                          : "won " + parts[1].section(" has won", 0, 0) + ' ' + parts[1].section(' ', -1));
+                          : "won " + parts[1].section(" has won", 0, 0) + ' ' + parts[1].section(' ', -1))
+                         + (buttonsRight ? "" : " with the wrong buttons");
             if (winAnswer.isEmpty())
                 return int(QDialog::Rejected);
             dialog.findChild<QAbstractButton *>(winAnswer)->click();
