@@ -167,6 +167,20 @@ private Q_SLOTS:
         if (sock >= 0)
             ::close(sock);
     }
+    void linesArriveAsTheyAreRead()
+    {
+        // A line is handed over when its end arrives, not kept until the file ends (memory stays bounded).
+        QStringList got;
+        const auto take = [&](const QString &line) { return got << line, true; };
+        platform::LineSplitter splitter;
+        for (const char *piece : {"a", "b\r", "\n", "c\n"})
+            splitter.feed(piece, take);
+        QCOMPARE(got, (QStringList{"ab", "c"}));
+        platform::LineSplitter marked;  // after a byte order mark too
+        for (const char *piece : {"\xEF", "\xBB", "\xBF" "d\n"})
+            marked.feed(piece, take);
+        QCOMPARE(got, (QStringList{"ab", "c", "d"}));
+    }
     void textShownWholeHasItsLimits()
     {
         const auto shown = [](const QString &text) {

@@ -46,6 +46,8 @@ private Q_SLOTS:
                                             << 0.0 << QColor(255, 0, 3);
         QTest::newRow("index out of range") << colours + "\\cf7 x" << "x" << "" << 0.0 << QColor();
         QTest::newRow("index one past the table") << colours + "\\cf3 x" << "x" << "" << 0.0 << QColor();
+        QTest::newRow("a second table replaces the first") << colours + "{\\colortbl;\\red0\\green128\\blue0;}\\cf1 x\\cf2 y"
+                                                            << "y" << "" << 0.0 << QColor();
     }
     void formattingRuns()
     {
