@@ -129,6 +129,7 @@ private Q_SLOTS:
         WriteLogInfo("second");
         WriteLogInfo("third");
         QCOMPARE(other.boxesShown(), (QStringList{"WriteLogInfo 53", "WriteLogInfo 53"}));
+        QCOMPARE(other.pointerResets, 2);  // each box with the normal pointer, not a busy one
         QVERIFY(!QFile::exists(other.path("LogInfo.txt")));
     }
 };
