@@ -172,6 +172,7 @@ private Q_SLOTS:
         QTest::newRow("huge uc") << QByteArray("{\\rtf1\\uc2147483647\\u233 abc{}d}") << true << QString::fromUtf8("éd");
         QTest::newRow("bin past the end") << QByteArray("{\\rtf1\\bin99999 ab}") << true << "";
         QTest::newRow("negative bin") << QByteArray("{\\rtf1\\bin-4 ab}") << true << "ab";
+        QTest::newRow("bin data stands in for a \\u character") << QByteArray("{\\rtf1\\u233\\bin2 xyb}") << true << QString::fromUtf8("éb");
         QTest::newRow("colortbl outside a group") << QByteArray("{\\rtf1\\colortbl;\\red999\\green-5\\blue3;}\\cf7 x}")
                                                   << true << "x";
         QTest::newRow("NULs") << QByteArray(nuls, sizeof nuls - 1) << true << "abcd";
