@@ -117,7 +117,9 @@ private:
 std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &lines)
 {
     const qsizetype n = lines.size();
-    qint64 work = 1'000'000;  // what may be spent: steps and characters compared
+    // What may be spent, in characters compared: a step along a chain costs
+    // the length of the line it compares (only one distinct line is empty).
+    qint64 work = 1'000'000;
     for (const QString &line : lines)
         work += 4 * (line.size() + 1);
     std::vector<bool> kept(size_t(n), false);
@@ -136,7 +138,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
             bool repeat = false;
             for (int k = seen.find(h); k >= 0 && !repeat; k = next[size_t(k)]) {
                 repeat = lines[k] == line;
-                if ((work -= line.size() + 1) < 0)
+                if ((work -= line.size()) < 0)
                     return std::nullopt;
             }
             if (repeat)
@@ -197,7 +199,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
             for (int k = anchorTable.find(h); k >= 0; k = anchors[size_t(k)].next) {
                 const Anchor &a = anchors[size_t(k)];
                 const QString &inner = lines[a.line];
-                if ((work -= inner.size() + 1) < 0)
+                if ((work -= inner.size()) < 0)
                     return std::nullopt;
                 if (!kept[size_t(a.line)])
                     continue;
@@ -220,7 +222,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         for (int j : distinct) {  // every line before i, in order
             if (j >= i)
                 break;
-            if ((work -= lines[j].size() + 1) < 0)
+            if ((work -= lines[j].size()) < 0)
                 return std::nullopt;
             if (lines[j].contains(lines[i])) {
                 kept[size_t(i)] = false;
