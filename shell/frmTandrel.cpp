@@ -29,7 +29,6 @@ frmTandrel::frmTandrel(QWidget *parent)
     // The layout is fixed: a larger window leaves every control in its place
     // (only full screen scales them).
     setMinimumSize(DesignSize);
-    resize(DesignSize);
     for (int i = 0; i < 10; ++i) {
         txtPlayer[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtPlayer_%1").arg(i));
         txtCounter[size_t(i)] = findChild<QLineEdit *>(QStringLiteral("txtCounter_%1").arg(i));
