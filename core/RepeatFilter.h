@@ -1,9 +1,8 @@
 #pragma once
 #include <QString>
 #include <QStringList>
-#include <vector>
-
 #include <optional>
+#include <vector>
 
 // Decides which question lines repeat earlier ones. A line repeats when it
 // occurs anywhere inside the lines accepted before it. Because "occurs

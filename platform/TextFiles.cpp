@@ -278,9 +278,7 @@ QByteArray readBytes(const QString &path, qsizetype maxBytes)
     const QString real = onDisk(path);
     QFile file;
     openToRead(real, file);
-    // The size is asked first, and the reading stops past it, in case the file grows meanwhile.
-    if (maxBytes > 0 && file.size() > maxBytes)
-        raise(err::OutOfMemory, QStringLiteral("the file is too large to show"));
+    // One byte past the limit is enough to know: a larger file is never held whole.
     QByteArray bytes = maxBytes > 0 ? file.read(maxBytes + 1) : file.readAll();
     if (maxBytes > 0 && bytes.size() > maxBytes)
         raise(err::OutOfMemory, QStringLiteral("the file is too large to show"));

@@ -60,8 +60,8 @@ private:
 constexpr qsizetype MaxShownChars = 8 * 1024 * 1024;
 constexpr qsizetype MaxShownLine = 20000;
 void checkShowable(QStringView text);
-// A file to show that is larger than this is refused the same way before it
-// is read: its text could not be shown (it would hold more characters than
+// A file to show that is larger than this is refused the same way without
+// being read whole: its text could not be shown (it would hold more characters than
 // MaxShownChars in any encoding).
 constexpr qsizetype MaxShownFileBytes = 4 * MaxShownChars;
 
