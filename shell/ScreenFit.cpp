@@ -1,5 +1,7 @@
 #include "shell/ScreenFit.h"
 #include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QTabBar>
@@ -39,6 +41,30 @@ QFont scaled(const QFont &design, double factor)
     else
         font.setPointSizeF(design.pointSizeF() * factor);
     return font;
+}
+
+void fitText(QLabel *label, double largestPoints)
+{
+    QFont font = label->font();
+    const QRect room = label->contentsRect();
+    const QString text = label->text().trimmed();
+    const auto fits = [&](int step) {
+        font.setPointSizeF(largestPoints - step);
+        const QRect need = QFontMetrics(font).boundingRect(room, Qt::TextWordWrap | Qt::AlignCenter, text);
+        return need.width() <= room.width() && need.height() <= room.height();
+    };
+    // A screen-high question starts near 200 points, so the size is halved
+    // in, not stepped down.
+    int low = 0, high = std::max(0, int(std::ceil(largestPoints - 8)));
+    while (low < high) {
+        const int middle = (low + high) / 2;
+        if (fits(middle))
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    font.setPointSizeF(largestPoints - low);
+    label->setFont(font);
 }
 
 Design::Design(QWidget *window)
@@ -99,7 +125,8 @@ bool OtherWindows::eventFilter(QObject *watched, QEvent *event)
         return false;
     auto *window = static_cast<QWidget *>(watched);
     const Qt::WindowType type = window->windowType();
-    if (window == m_main || !window->isWindow() || (type != Qt::Dialog && type != Qt::Window)
+    // A window that fills a screen of its own sizes itself.
+    if (window == m_main || !window->isWindow() || (type != Qt::Dialog && type != Qt::Window) || window->isFullScreen()
         || window->property("screenFitFactor").toDouble() == m_factor)
         return false;
     window->setProperty("screenFitFactor", m_factor);

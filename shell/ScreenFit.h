@@ -10,6 +10,7 @@
 #include <QSize>
 #include <vector>
 
+class QLabel;
 class QWidget;
 
 namespace screenfit {
@@ -20,6 +21,9 @@ double factor(QSize design, QSize room);
 QPoint offset(QSize design, QSize room, double factor);
 QRect scaled(const QRect &design, double factor, QPoint offset = {});
 QFont scaled(const QFont &design, double factor);
+// The largest font, from largestPoints down a point at a time to 8, at which
+// a label's text fits it, word-wrapped.
+void fitText(QLabel *label, double largestPoints);
 
 // Every control of a window as it was designed, to scale and to restore.
 class Design {

@@ -13,7 +13,6 @@
 #include "ui_frmTandrel.h"
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFontMetrics>
 #include <QScreen>
 #include <QWindowStateChangeEvent>
 #include <QShortcut>
@@ -67,70 +66,11 @@ frmTandrel::frmTandrel(QWidget *parent)
     connectLinks();
     // Ctrl+Q ends the program as the close box does, exit question included.
     connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence(Qt::Key_F11), this), &QShortcut::activated, this, &frmTandrel::toggleFullScreen);
-    m_design = std::make_unique<screenfit::Design>(this);
+    connectBig();
     platform::registerLoadedWindow(this);
 }
 
 frmTandrel::~frmTandrel() = default;
-
-void frmTandrel::toggleFullScreen()
-{
-    m_big = !m_big;
-    // A screen smaller than the design (an old 800 x 600 projector) gets it
-    // scaled down.
-    setMinimumSize(m_big ? QSize() : DesignSize);
-    if (m_big) {
-        m_normalGeometry = geometry();
-        showFullScreen();
-    } else {
-        showNormal();
-    }
-    // Without a window manager (a kiosk, a bare X session) nobody else sizes
-    // the window, so it sizes itself.
-    const QRect wanted = m_big && screen() ? screen()->geometry() : m_normalGeometry;
-    if (geometry() != wanted)
-        setGeometry(wanted);
-    fitToWindow();
-}
-
-void frmTandrel::changeEvent(QEvent *event)
-{
-    if (event->type() == QEvent::WindowStateChange) {
-        const auto before = static_cast<QWindowStateChangeEvent *>(event)->oldState();
-        // The maximise button shows the game big, as F11 does; a window
-        // manager that ends full screen ends it here too.
-        if ((windowState() & Qt::WindowMaximized) && !m_big)
-            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
-        else if ((before & Qt::WindowFullScreen) && !(windowState() & Qt::WindowFullScreen) && m_big)
-            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
-    }
-    QWidget::changeEvent(event);
-}
-
-void frmTandrel::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    fitToWindow();
-}
-
-void frmTandrel::fitToWindow()
-{
-    if (!m_design)
-        return;
-    // Outside full screen nothing moves, whatever the window's size.
-    const double factor = m_big ? screenfit::factor(DesignSize, size()) : 1;
-    const QPoint at = m_big ? screenfit::offset(DesignSize, size(), factor) : QPoint();
-    if (factor == m_design->currentFactor() && at == m_designOffset)
-        return;
-    m_design->apply(factor, at);
-    m_designOffset = at;
-    // Other windows open at the same scale while the game is big.
-    delete m_otherWindows;
-    m_otherWindows = m_big ? new screenfit::OtherWindows(this, factor) : nullptr;
-    for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
-        fitText(label);
-}
 
 void frmTandrel::selectOption(QRadioButton *option)
 {
@@ -171,7 +111,7 @@ void frmTandrel::Form_Load()
             m_ui->cmbScoreToWin->addItems({"5", "10", "15", "20", "25", "30"});
             m_ui->cmbScoreToWin->setCurrentText(QStringLiteral("10"));
         },
-        [&] { m_ui->clkRound->setText(QStringLiteral("Round ") + QString::number(m_game.round())); },
+        [&] { m_ui->clkRound->setText(roundCaption()); },
         [&] {
             m_ui->cmbNumPlayers->clear();
             m_ui->cmbNumPlayers->addItems({"2", "3", "4", "5", "6", "7", "8", "9", "10"});
@@ -214,17 +154,7 @@ void frmTandrel::Form_Load()
 
 void frmTandrel::fitText(QLabel *label)
 {
-    QFont font = label->font();
-    font.setPointSizeF(label->property("designPointSize").toReal());
-    const QRect room = label->contentsRect();
-    const QString text = label->text().trimmed();
-    while (font.pointSizeF() > 8) {
-        const QRect need = QFontMetrics(font).boundingRect(room, Qt::TextWordWrap | Qt::AlignCenter, text);
-        if (need.width() <= room.width() && need.height() <= room.height())
-            break;
-        font.setPointSizeF(font.pointSizeF() - 1);
-    }
-    label->setFont(font);
+    screenfit::fitText(label, label->property("designPointSize").toReal());
 }
 
 void frmTandrel::setProgramTitle()

@@ -8,12 +8,16 @@
 //   frmTandrelPanel.cpp     the two lists, giving the turn, keyboard paging
 //   frmTandrelSettings.cpp  countdown, sound, the configuration file and dialog
 //   frmTandrelLinks.cpp     editors, backups, rules, About and web pages
+//   frmTandrelBig.cpp       full screen and the audience screen
 #include "core/Game.h"
 #include "files/ConfigFile.h"
+#include "shell/frmAudience.h"
 #include <QHash>
+#include <QPointer>
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class frmTandrel;
@@ -28,6 +32,7 @@ class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
+class QShortcut;
 class QTimer;
 class QToolButton;
 class Sound;
@@ -120,6 +125,12 @@ public:
     void toggleFullScreen();
     bool isBig() const { return m_big; }
     static constexpr QSize DesignSize{944, 513};
+    // F5: the audience screen opens on another display (on this one when
+    // there is no other), or closes; Shift+F5 closes it.
+    void toggleAudience();
+    void closeAudience();
+    bool audienceOpen() const;
+    frmAudience *audience() const { return m_audience; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
@@ -141,6 +152,7 @@ private:
     void connectPanel();
     void connectSettings();
     void connectLinks();
+    void connectBig();
     void closeOtherWindows();
     void setProgramTitle();
 
@@ -156,6 +168,10 @@ private:
     // The scores, the row of the turn and the round, as the game holds them.
     void paintPlayers();
     void paintRow(int row, bool current);
+    QString roundCaption() const;
+    QString statusCaption(const Tab &tab) const;
+    // The audience screen, when open, shows the game as it is now.
+    void paintAudience();
     void startNewGameAfterWin();
     void runWinDialog(const QString &message, bool tie);
 
@@ -180,6 +196,8 @@ private:
     bool m_big = false;  // full screen, scaled
     QRect m_normalGeometry;
     void fitToWindow();
+    QPointer<frmAudience> m_audience;
+    std::vector<QShortcut *> m_blankKeys;
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;
     // The lists' keys are undone: what the list showed before the key.

@@ -4,8 +4,10 @@
 #include "platform/Globals.h"
 #include "platform/Numeric.h"
 #include "platform/Services.h"
+#include "shell/frmAudience.h"
 #include "shell/frmTandrel.h"
 #include "shell/frmWin.h"
+#include "timing/Countdown.h"
 #include "ui_frmTandrel.h"
 
 using Globals::Guard;
@@ -63,7 +65,10 @@ void frmTandrel::connectGame()
         connect(clkUp[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkUp_Click(qint16(i)); });
         connect(clkDown[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkDown_Click(qint16(i)); });
         connect(txtPlayer[size_t(i)], &QLineEdit::textChanged, this,
-                [this, i](const QString &name) { m_game.setName(i, name); });
+                [this, i](const QString &name) {
+                    m_game.setName(i, name);
+                    paintAudience();
+                });
     }
     const std::pair<QAbstractButton *, void (frmTandrel::*)()> tabButtons[] = {
         {m_ui->clkStart, &frmTandrel::clkStart_Click},
@@ -101,7 +106,41 @@ void frmTandrel::paintPlayers()
             txtCounter[size_t(i)]->setText(score);
         paintRow(i, i == m_game.currentPlayer());
     }
-    m_ui->clkRound->setText(QStringLiteral("Round ") + QString::number(m_game.round()));
+    m_ui->clkRound->setText(roundCaption());
+    paintAudience();
+}
+
+QString frmTandrel::roundCaption() const
+{
+    return QStringLiteral("Round ") + QString::number(m_game.round());
+}
+
+QString frmTandrel::statusCaption(const Tab &tab) const
+{
+    const game::Deck &deck = m_game.deck(tab.words->kind);
+    return tab.words->status.arg(deck.position()).arg(deck.size());
+}
+
+void frmTandrel::paintAudience()
+{
+    if (!m_audience)
+        return;
+    frmAudience::View view;
+    const Tab &tab = m_tabs[size_t(m_ui->SSTab1->currentIndex())];
+    const game::Deck &deck = m_game.deck(tab.words->kind);
+    if (deck.shown()) {
+        for (const QString &text : tab.words->texts(deck.current()))
+            view.question << text.trimmed();
+        view.status = statusCaption(tab);
+    }
+    view.round = roundCaption();
+    view.count = m_countdown->display();
+    for (int i = 0; i < m_game.playerCount(); ++i) {
+        view.names << m_game.name(i);
+        view.scores << m_game.score(i);
+    }
+    view.turn = m_game.currentPlayer();
+    m_audience->showView(view);
 }
 
 void frmTandrel::clkUp_Click(qint16 index)
@@ -176,13 +215,13 @@ bool frmTandrel::tabShown(int index)
 
 void frmTandrel::showQuestion(Tab &tab)
 {
-    const game::Deck &deck = deckOf(tab);
-    tab.status->setText(tab.words->status.arg(deck.position()).arg(deck.size()));
-    const QStringList texts = tab.words->texts(deck.current());
+    tab.status->setText(statusCaption(tab));
+    const QStringList texts = tab.words->texts(deckOf(tab).current());
     for (qsizetype i = 0; i < texts.size(); ++i) {
         tab.labels[i]->setText(texts[i]);
         fitText(tab.labels[i]);
     }
+    paintAudience();
 }
 
 void frmTandrel::startTab(Tab &tab)

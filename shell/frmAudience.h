@@ -1,0 +1,68 @@
+#pragma once
+// The audience screen: what the room needs to see of the game, as large as
+// the screen allows, on a display of its own (or over the host's window when
+// there is only one). It shows what the main window hands it and nothing for
+// the host alone; its keys go back to the main window.
+#include "platform/LoggedWindow.h"
+#include <QList>
+#include <QPointer>
+#include <QScreen>
+#include <QStringList>
+
+namespace Ui {
+class frmAudience;
+}
+class QLabel;
+
+class frmAudience : public LoggedWindow {
+    Q_OBJECT
+public:
+    // What the room sees, taken from the game.
+    struct View {
+        QStringList question;  // the lines of the question in front; none before a start
+        QString status, round, count;
+        QStringList names;  // the rows in play
+        QList<qint16> scores;
+        int turn = 0;
+        bool operator==(const View &) const = default;
+    };
+
+    explicit frmAudience(QWidget *main);
+    ~frmAudience() override;
+    Ui::frmAudience *ui() const { return m_ui; }
+
+    void Form_Load();
+    // Full screen on the screen given, borderless.
+    void showOn(QScreen *screen);
+    QScreen *shownOn() const { return m_screen; }
+
+    void showView(const View &view);
+    const View &view() const { return m_view; }
+
+    // Black, or the game again ("B" and "." of a clicker).
+    void toggleBlank();
+    bool isBlank() const;
+
+    // The keys it does not keep: PageUp/PageDown and the toggle.
+    static bool isBlankKey(int key) { return key == Qt::Key_B || key == Qt::Key_Period; }
+
+Q_SIGNALS:
+    void pageKey(int key);
+    void toggleKey();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    // Every text at a size the screen's height allows.
+    void fitFonts();
+    void fitQuestion();
+    // A question's largest size in points, per pixel of the screen's height.
+    static constexpr double QuestionPoints = 0.09;
+    Ui::frmAudience *m_ui;
+    QPointer<QScreen> m_screen;
+    View m_view;
+    QList<QLabel *> m_questionLabels, m_names, m_scores;
+};

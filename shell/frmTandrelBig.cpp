@@ -1,0 +1,138 @@
+// The game shown big: the whole window scaled to fill a screen (F11), and
+// the audience screen on a display of its own (F5).
+#include "shell/ScreenFit.h"
+#include "shell/frmAudience.h"
+#include "shell/frmTandrel.h"
+#include "timing/Countdown.h"
+#include "ui_frmTandrel.h"
+#include <QApplication>
+#include <QLineEdit>
+#include <QScreen>
+#include <QShortcut>
+#include <QWindowStateChangeEvent>
+
+void frmTandrel::connectBig()
+{
+    connect(new QShortcut(QKeySequence(Qt::Key_F11), this), &QShortcut::activated, this, &frmTandrel::toggleFullScreen);
+    // F5 and Shift+F5 are a clicker's "start" and "end presentation".
+    connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this, &frmTandrel::toggleAudience);
+    connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F5), this), &QShortcut::activated, this,
+            &frmTandrel::closeAudience);
+    // A clicker's "blank screen" sends B or ".": taken only while there is a
+    // screen to blank, and never from a text box, so a name can hold them.
+    for (int key : {int(Qt::Key_B), int(Qt::Key_Period)}) {
+        auto *blank = new QShortcut(QKeySequence(key), this);
+        blank->setEnabled(false);
+        connect(blank, &QShortcut::activated, this, [this] {
+            if (m_audience && !qobject_cast<QLineEdit *>(QApplication::focusWidget()))
+                m_audience->toggleBlank();
+        });
+        m_blankKeys.push_back(blank);
+    }
+    connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, &frmTandrel::paintAudience);
+    connect(m_countdown, &Countdown::displayChanged, this, &frmTandrel::paintAudience);
+    // A display unplugged takes its audience screen with it.
+    connect(qApp, &QGuiApplication::screenRemoved, this, [this](QScreen *screen) {
+        if (m_audience && m_audience->shownOn() == screen)
+            m_audience->close();
+    });
+    m_design = std::make_unique<screenfit::Design>(this);
+}
+
+void frmTandrel::toggleFullScreen()
+{
+    m_big = !m_big;
+    // A screen smaller than the design (an old 800 x 600 projector) gets it
+    // scaled down.
+    setMinimumSize(m_big ? QSize() : DesignSize);
+    if (m_big) {
+        m_normalGeometry = geometry();
+        showFullScreen();
+    } else {
+        showNormal();
+    }
+    // Without a window manager (a kiosk, a bare X session) nobody else sizes
+    // the window, so it sizes itself.
+    const QRect wanted = m_big && screen() ? screen()->geometry() : m_normalGeometry;
+    if (geometry() != wanted)
+        setGeometry(wanted);
+    fitToWindow();
+}
+
+void frmTandrel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::WindowStateChange) {
+        const auto before = static_cast<QWindowStateChangeEvent *>(event)->oldState();
+        // The maximise button shows the game big, as F11 does; a window
+        // manager that ends full screen ends it here too.
+        if ((windowState() & Qt::WindowMaximized) && !m_big)
+            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
+        else if ((before & Qt::WindowFullScreen) && !(windowState() & Qt::WindowFullScreen) && m_big)
+            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
+    }
+    QWidget::changeEvent(event);
+}
+
+void frmTandrel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitToWindow();
+}
+
+void frmTandrel::fitToWindow()
+{
+    if (!m_design)
+        return;
+    // Outside full screen nothing moves, whatever the window's size.
+    const double factor = m_big ? screenfit::factor(DesignSize, size()) : 1;
+    const QPoint at = m_big ? screenfit::offset(DesignSize, size(), factor) : QPoint();
+    if (factor == m_design->currentFactor() && at == m_designOffset)
+        return;
+    m_design->apply(factor, at);
+    m_designOffset = at;
+    // Other windows open at the same scale while the game is big.
+    delete m_otherWindows;
+    m_otherWindows = m_big ? new screenfit::OtherWindows(this, factor) : nullptr;
+    for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
+        fitText(label);
+}
+
+bool frmTandrel::audienceOpen() const
+{
+    return m_audience && m_audience->isVisible();
+}
+
+void frmTandrel::toggleAudience()
+{
+    if (audienceOpen()) {
+        closeAudience();
+        return;
+    }
+    // Another display when there is one; else over this window.
+    QScreen *on = screen();
+    for (QScreen *other : QGuiApplication::screens())
+        if (other != screen()) {
+            on = other;
+            break;
+        }
+    m_audience = new frmAudience(this);
+    m_audience->Form_Load();
+    connect(m_audience, &frmAudience::pageKey, this, [this](int key) {
+        qint16 code = keyCodeOf(key);
+        PageUpDown(code);
+    });
+    for (QShortcut *blank : m_blankKeys)
+        connect(m_audience, &QObject::destroyed, blank, [blank] { blank->setEnabled(false); });
+    // On a display of its own the host keeps the keyboard.
+    m_audience->setAttribute(Qt::WA_ShowWithoutActivating, on != screen());
+    paintAudience();
+    m_audience->showOn(on);
+    for (QShortcut *blank : m_blankKeys)
+        blank->setEnabled(true);
+}
+
+void frmTandrel::closeAudience()
+{
+    if (m_audience)
+        m_audience->close();
+}
