@@ -15,7 +15,7 @@ for a in "$@"; do
   esac
 done
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
-cmake --build build -j"$(nproc)" --target bench_decks bench_startup program_files > /dev/null
+cmake --build build -j"$(nproc)" --target bench_decks bench_startup bench_screens program_files > /dev/null
 out=bench/out
 mkdir -p "$out"
 bin=build/bin/bench_decks
@@ -39,7 +39,8 @@ done
 
 if [ -z "${DISPLAY:-}" ]; then
   if command -v Xvfb > /dev/null; then
-    Xvfb :93 -screen 0 1280x800x24 > /dev/null 2>&1 &
+    # Two screens, so the audience screen has a display of its own.
+    Xvfb :93 -screen 0 1280x800x24 -screen 1 1920x1080x24 > /dev/null 2>&1 &
     xvfb=$!
     trap 'kill $xvfb 2> /dev/null' EXIT
     export DISPLAY=:93
@@ -54,3 +55,10 @@ if [ "$drift" = yes ]; then
   echo "== Countdown drift (two minutes)"
   build/bin/bench_startup drift 120
 fi
+echo "== Next to the new question painted on the host's window and the audience screen"
+next="$out/next"
+rm -rf "$next" && mkdir -p "$next"
+cp build/bin/bench_screens "$next/"
+# Phrases of 280 characters or so, each its own (a number at both ends).
+awk 'BEGIN { for (i = 0; i < 2000; i++) { s = "Phrase " i " asks:"; while (length(s) < 220) s = s " the quick brown fox jumps over the lazy dog"; printf "%s and Blank ends %d.\r\n", s, i } }' > "$next/TandrelPhrases.txt"
+(cd "$next" && ./bench_screens 1000)

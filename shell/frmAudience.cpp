@@ -76,6 +76,8 @@ void frmAudience::showView(const View &view)
         const bool used = i < view.question.size();
         if (m_questionLabels[i]->isVisible() != used) {
             m_questionLabels[i]->setVisible(used);
+            // A phrase has the room of both halves of a match.
+            m_ui->layoutShow->setRowStretch(1 + i, used || i == 0 ? 3 : 0);
             questionChanged = true;
         }
         if (used)
