@@ -113,7 +113,7 @@ void frmAudience::keyPressEvent(QKeyEvent *event)
         Q_EMIT pageKey(key);
     else if (key == Qt::Key_F5 || key == Qt::Key_Escape)
         close();
-    else if (isBlankKey(key))
+    else if (key == Qt::Key_B || key == Qt::Key_Period)
         toggleBlank();
     else
         LoggedWindow::keyPressEvent(event);

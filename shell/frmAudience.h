@@ -24,7 +24,6 @@ public:
         QStringList names;  // the rows in play
         QList<qint16> scores;
         int turn = 0;
-        bool operator==(const View &) const = default;
     };
 
     explicit frmAudience(QWidget *main);
@@ -37,18 +36,14 @@ public:
     QScreen *shownOn() const { return m_screen; }
 
     void showView(const View &view);
-    const View &view() const { return m_view; }
 
     // Black, or the game again ("B" and "." of a clicker).
     void toggleBlank();
     bool isBlank() const;
 
-    // The keys it does not keep: PageUp/PageDown and the toggle.
-    static bool isBlankKey(int key) { return key == Qt::Key_B || key == Qt::Key_Period; }
-
 Q_SIGNALS:
+    // PageUp or PageDown: the main window pages as for its own keys.
     void pageKey(int key);
-    void toggleKey();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
