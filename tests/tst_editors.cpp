@@ -22,7 +22,6 @@ struct Editors : GameWindow {
         (open(matches)->ui()->*button)->click();
     }
 };
-const QString Matches = MatchFile, Phrases = PhraseFile;
 }  // namespace
 
 class TestEditors : public QObject {
@@ -31,15 +30,13 @@ private Q_SLOTS:
     void eachWindowOpensOnce()
     {
         Editors e;
-        e.fake.writeFile(Matches, "Blank Pole\r\nShoe Blank\r\n");
+        e.fake.writeFile(MatchFile, "Blank Pole\r\nShoe Blank\r\n");
         frmEdit *chooser = openChooser(e.w());
         QVERIFY(chooser && chooser->isVisible());
-        QCOMPARE(chooser->windowTitle(), QStringLiteral("Edit Tandrels And Match Phrases"));
         QCOMPARE(openChooser(e.w()), chooser);
         frmEditQuestions *matches = e.open(true);
         QCOMPARE(matches->windowTitle(), QStringLiteral("Edit Tandrel Matches Input File"));
         QCOMPARE(matches->boxText(), QStringLiteral("Blank Pole\r\nShoe Blank\r\n"));
-        QVERIFY(matches->ui()->lbl1->text().startsWith(QStringLiteral("Note: Each seperate sentence will create a match.")));
         matches->ui()->rtb1->setPlainText(QStringLiteral("edited, not saved"));
         QCOMPARE(e.open(true), matches);  // brought forward, not reloaded
         QCOMPARE(e.box(true), QStringLiteral("edited, not saved"));
@@ -57,40 +54,75 @@ private Q_SLOTS:
         QCOMPARE(e.fake.logTexts().filter(QStringLiteral("frmEdit")),
                  (QStringList{"Loading Form frmEdit", "Loading Form frmEditMatches", "Loading Form frmEditPhrases", "Unloading Form frmEdit",
                               "Loading Form frmEdit", "Unloading Form frmEditMatches", "Loading Form frmEditMatches"}));
-        QCOMPARE(QDir(e.fake.dir).entryList(QDir::Files), (QStringList{"LogInfo.txt", Matches}));
+        QCOMPARE(QDir(e.fake.dir).entryList(QDir::Files), (QStringList{"LogInfo.txt", MatchFile}));
     }
 
-    void loadAsksBeforeReplacingTheBox_data()
+    void loadAndSave_data()
     {
         QTest::addColumn<bool>("matches");
-        QTest::addColumn<QString>("inBox");
+        QTest::addColumn<QByteArray>("before");  // the file; empty: none
+        QTest::addColumn<QString>("inBox");      // null: as loaded
+        QTest::addColumn<bool>("load");          // Load, else Save
         QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("after");
+        QTest::addColumn<QString>("boxAfter");   // null: as it was
+        QTest::addColumn<QByteArray>("after");   // the file; empty: none
+        QTest::addColumn<QStringList>("titles");
+        auto row = [](const char *name, bool matches, const QByteArray &before, const QString &inBox, bool load, int answer,
+                      const QString &boxAfter, const QByteArray &after, const QStringList &titles) {
+            QTest::newRow(name) << matches << before << inBox << load << answer << boxAfter << after << titles;
+        };
+        const QByteArray file = "from the file\r\n", old = "old\r\n";
         const QString ten = QStringLiteral("0123456789"), loaded = QStringLiteral("from the file\n");
-        QTest::newRow("10 characters, no question") << false << ten << 0 << loaded;
-        QTest::newRow("11 characters, Yes") << false << ten + "!" << 6 << loaded;
-        QTest::newRow("11 characters, No") << false << ten + "!" << 7 << ten + "!";
-        QTest::newRow("11 characters, Cancel") << true << ten + "!" << 2 << ten + "!";
-        QTest::newRow("line end counts twice") << true << "01234\n6789" << 7 << "01234\n6789";
+        const QStringList replaceBox{"Overwrite Questions In Text Box?"}, saved{"File Saved Successfully"},
+            replaceFile{"Overwrite File?"}, nothing{"Nothing to Save."};
+        row("load: 10 characters, no question", false, file, ten, true, 0, loaded, file, {});
+        row("load: 11 characters, Yes", false, file, ten + "!", true, 6, loaded, file, replaceBox);
+        row("load: 11 characters, No", false, file, ten + "!", true, 7, {}, file, replaceBox);
+        row("load: 11 characters, Cancel", true, file, ten + "!", true, 2, {}, file, replaceBox);
+        row("load: a line end counts twice", true, file, "01234\n6789", true, 7, {}, file, replaceBox);
+        row("save: new file", false, {}, "A Blank line\nAnother Blank\n", false, 0, {}, "A Blank line\r\nAnother Blank\r\n", saved);
+        row("save: spaces kept", true, {}, "  Blank Winter  ", false, 0, {}, "  Blank Winter  ", saved);
+        row("save: three letters in spaces", false, {}, "           abc", false, 0, {}, {}, nothing);
+        row("save: ten letters are not enough", true, {}, "  ABCDEFGHIJ  ", false, 0, {}, {}, nothing);
+        row("save: eleven are", true, {}, "ABCDEFGHIJK", false, 0, {}, "ABCDEFGHIJK", saved);
+        row("save: existing, Yes", true, old, "Blank Pole\nShoe Blank", false, 6, {}, "Blank Pole\r\nShoe Blank", replaceFile + saved);
+        row("save: existing, No", true, old, "Blank Pole\nShoe Blank", false, 7, {}, old, replaceFile);
+        row("save: existing, Cancel", false, old, "A long enough Blank", false, 2, {}, old, replaceFile);
+        row("save: accents and tabs", false, {}, u"Crème\tbrûlée is a Blank"_qs, false, 0, {}, u"Crème\tbrûlée is a Blank"_qs.toUtf8(), saved);
+        // Loaded, then saved: the same bytes.
+        for (const auto &[name, text] : {std::pair{"line and paragraph separators", u"A Blank\u2028split\r\nPara\u2029graph Blank\r\n"_qs},
+                                         {"private-use letters", u"\uE000\uE001 Blank\u2028\uE002\u2029\r\n"_qs},
+                                         {"tabs, no-break spaces, emoji", u"\tTab Blank\u00A0\U0001F600  \r\n\r\n\r\n# note\r\n"_qs}})
+            row(name, false, text.toUtf8(), {}, false, 6, {}, text.toUtf8(), replaceFile + saved);
     }
-    void loadAsksBeforeReplacingTheBox()
+    void loadAndSave()
     {
         QFETCH(bool, matches);
+        QFETCH(QByteArray, before);
         QFETCH(QString, inBox);
+        QFETCH(bool, load);
         QFETCH(int, answer);
-        QFETCH(QString, after);
+        QFETCH(QString, boxAfter);
+        QFETCH(QByteArray, after);
         Editors e;
-        e.fake.writeFile(matches ? Matches : Phrases, "from the file\r\n");
-        e.open(matches)->ui()->rtb1->setPlainText(inBox);
-        e.click(matches, &Ui::frmEditQuestions::clkLoad, {answer});
-        QCOMPARE(e.box(matches), after);
-        QCOMPARE(e.fake.boxes.size(), answer ? 1 : 0);
-        if (answer) {
-            QCOMPARE(e.fake.boxes[0].text, matches ? "Matches already exist in text box.  Do you want to overwrite these matches?"
-                                                   : "Questions already exist in text box.  Do you want to overwrite these questions?");
-            QCOMPARE(e.fake.boxes[0].title, QStringLiteral("Overwrite Questions In Text Box?"));
-            QCOMPARE(e.fake.boxes[0].style, 3);
-        }
+        const QString file = matches ? MatchFile : PhraseFile;
+        if (!before.isEmpty())
+            e.fake.writeFile(file, before);
+        e.fake.answers = {7};  // no sample for a missing file
+        if (!inBox.isNull())
+            e.open(matches)->ui()->rtb1->setPlainText(inBox);
+        const QString shown = e.box(matches);
+        e.click(matches, load ? &Ui::frmEditQuestions::clkLoad : &Ui::frmEditQuestions::clkSave, {answer});
+        QTEST(e.fake.boxTitles(), "titles");
+        QCOMPARE(e.box(matches), boxAfter.isNull() ? shown : boxAfter);
+        QCOMPARE(e.fake.fileBytes(file), after);
+        QCOMPARE(QFile::exists(e.fake.path(file)), !after.isEmpty());
+        const QString last = e.fake.boxes.value(e.fake.boxes.size() - 1).text;
+        if (e.fake.boxTitles().endsWith(QStringLiteral("File Saved Successfully")))
+            QCOMPARE(last, (matches ? "Matches saved in file " : "Phrases saved in file ") + e.fake.path(file));
+        else if (load && answer)
+            QCOMPARE(last, matches ? "Matches already exist in text box.  Do you want to overwrite these matches?"
+                                   : "Questions already exist in text box.  Do you want to overwrite these questions?");
     }
 
     void missingFileOffersTheSample_data()
@@ -110,7 +142,7 @@ private Q_SLOTS:
         QFETCH(int, entries);
         Editors e;
         e.fake.answers = {answer};
-        const QString file = matches ? Matches : Phrases;
+        const QString file = matches ? MatchFile : PhraseFile;
         QCOMPARE(e.box(matches).isEmpty(), entries < 0);
         QCOMPARE(e.fake.boxTitles(), QStringList{matches ? "Create a New Match File?" : "Create a New Phrase File?"});
         QCOMPARE(e.fake.boxes[0].text, "File " + e.fake.path(file) + " does not exist, Do you want to create one?");
@@ -121,80 +153,6 @@ private Q_SLOTS:
             QCOMPARE(decks::ReadEntries(matches ? questions::Kind::Match : questions::Kind::Phrase, e.fake.path(file)).size(), entries);
             QVERIFY(e.fake.fileBytes(file).startsWith(matches ? "# Tandrel Match Lines \r\n\r\n" : "# Tandrel Phrase Questions \r\n\r\n"));
         }
-    }
-
-    void saveWritesTheBoxWithCrLf_data()
-    {
-        QTest::addColumn<bool>("matches");
-        QTest::addColumn<QByteArray>("before");  // empty: no file
-        QTest::addColumn<QString>("inBox");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QByteArray>("after");
-        QTest::addColumn<QStringList>("titles");
-        const QStringList saved{"File Saved Successfully"}, asked{"Overwrite File?", "File Saved Successfully"};
-        QTest::newRow("new file") << false << QByteArray() << "A Blank line\nAnother Blank\n" << 0
-                                  << QByteArray("A Blank line\r\nAnother Blank\r\n") << saved;
-        QTest::newRow("spaces kept") << true << QByteArray() << "  Blank Winter  " << 0 << QByteArray("  Blank Winter  ") << saved;
-        QTest::newRow("three letters in spaces") << false << QByteArray() << "           abc" << 0 << QByteArray()
-                                                 << QStringList{"Nothing to Save."};
-        QTest::newRow("ten letters are not enough") << true << QByteArray() << "  ABCDEFGHIJ  " << 0 << QByteArray()
-                                                    << QStringList{"Nothing to Save."};
-        QTest::newRow("eleven are") << true << QByteArray() << "ABCDEFGHIJK" << 0 << QByteArray("ABCDEFGHIJK") << saved;
-        QTest::newRow("existing, Yes") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 6
-                                       << QByteArray("Blank Pole\r\nShoe Blank") << asked;
-        QTest::newRow("existing, No") << true << QByteArray("old\r\n") << "Blank Pole\nShoe Blank" << 7 << QByteArray("old\r\n")
-                                      << QStringList{"Overwrite File?"};
-        QTest::newRow("existing, Cancel") << false << QByteArray("old\r\n") << "A long enough Blank" << 2 << QByteArray("old\r\n")
-                                          << QStringList{"Overwrite File?"};
-        QTest::newRow("accents and tabs") << false << QByteArray() << "Crème\tbrûlée is a Blank" << 0
-                                          << QString("Crème\tbrûlée is a Blank").toUtf8() << saved;
-    }
-    void saveWritesTheBoxWithCrLf()
-    {
-        QFETCH(bool, matches);
-        QFETCH(QByteArray, before);
-        QFETCH(QString, inBox);
-        QFETCH(int, answer);
-        QFETCH(QByteArray, after);
-        QFETCH(QStringList, titles);
-        Editors e;
-        const QString file = matches ? Matches : Phrases;
-        if (!before.isEmpty())
-            e.fake.writeFile(file, before);
-        e.fake.answers = {7};  // the sample, if offered
-        e.open(matches)->ui()->rtb1->setPlainText(inBox);
-        e.click(matches, &Ui::frmEditQuestions::clkSave, {answer});
-        QCOMPARE(e.fake.boxTitles(), titles);
-        QCOMPARE(e.fake.fileBytes(file), after);
-        QCOMPARE(QFile::exists(e.fake.path(file)), !after.isEmpty());
-        QCOMPARE(e.box(matches), inBox);
-        if (titles.last() == QLatin1String("File Saved Successfully"))
-            QCOMPARE(e.fake.boxes.last().text, (matches ? "Matches saved in file " : "Phrases saved in file ") + e.fake.path(file));
-    }
-
-    void loadThenSaveWritesTheSameBytes_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("separators inside a question") << u"A Blank\u2028split\r\nPara\u2029graph Blank\r\n"_qs;
-        QTest::newRow("separators and private-use letters") << u"\uE000\uE001 Blank\u2028\uE002\u2029\r\n"_qs;
-        QTest::newRow("tabs, no-break spaces, emoji") << u"\tTab Blank\u00A0\U0001F600  \r\n\r\n\r\n# note\r\n"_qs;
-    }
-    void loadThenSaveWritesTheSameBytes()
-    {
-        QFETCH(QString, text);
-        Editors e;
-        e.fake.writeFile(Phrases, text.toUtf8());
-        e.open(false);
-        e.click(false, &Ui::frmEditQuestions::clkSave, {6});
-        QCOMPARE(e.fake.fileBytes(Phrases), text.toUtf8());
-    }
-
-    void emptyFileCannotBeLoaded()
-    {
-        Editors e;
-        e.fake.writeFile(Matches, "");
-        QCOMPARE(e.box(true), QString());
-        QCOMPARE(e.fake.boxesShown(), QStringList{"loadTandrelLines 62"});
     }
 };
 

@@ -1,20 +1,17 @@
 // A program folder that takes no more bytes (a full disk) or no writes at all
 // (read-only): saving from an editor reports the failure, keeps the text in
-// the box and leaves the old file whole; the log fails once per record.
+// the box and leaves the old file whole.
 #include "FakePlatform.h"
 #include "EditorWindows.h"
 #include "TestMain.h"
 #include "core/Decks.h"
-#include "platform/Errors.h"
 #include "platform/Globals.h"
-#include "shell/frmTandrel.h"
 #include "ui_frmEditQuestions.h"
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTemporaryFile>
 #include <QTextEdit>
 #include <csignal>
 #include <sys/resource.h>
@@ -49,11 +46,7 @@ public:
         else
             QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     }
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
-
     const QString &path() const { return m_path; }
-    bool mounted() const { return m_mounted; }
 
     // Files up to this size may still grow (the log); anything larger fails.
     void fill(qint64 stillFits)
@@ -92,13 +85,6 @@ private:
     rlimit m_oldLimit{RLIM_INFINITY, RLIM_INFINITY};
 };
 
-QString manyQuestions()
-{
-    QString text;
-    for (int i = 0; i < 5000; ++i)
-        text += QStringLiteral("Question %1 has a Blank\n").arg(i);
-    return text;
-}
 }  // namespace
 
 class TestFullDisk : public QObject {
@@ -127,7 +113,9 @@ private Q_SLOTS:
         frmTandrel main;
         frmEditQuestions *editor = openEditor(main, true);
         QVERIFY(editor);
-        const QString text = manyQuestions();
+        QString text;
+        for (int i = 0; i < 5000; ++i)
+            text += QStringLiteral("Question %1 has a Blank\n").arg(i);
         editor->ui()->rtb1->setPlainText(text);
         if (readOnly) {
             if (!disk.makeReadOnly())
@@ -140,18 +128,12 @@ private Q_SLOTS:
         fake.answers = {platform::mb::Yes};  // overwrite the old file
         editor->ui()->clkSave->click();
 
-        const QStringList shown = fake.boxesShown();
-        const QStringList saveReports = shown.filter(QRegularExpression(QStringLiteral("^clkSave_Click ")));
-        QCOMPARE(saveReports.size(), 1);
-        const int number = saveReports.first().section(QLatin1Char(' '), 1).toInt();
-        QVERIFY2(readOnly ? (number == 70 || number == 75) : number == 61, qPrintable(saveReports.first()));
-        // Besides the save's report and its question, only the log writer's own
-        // report for that one record.
-        for (const QString &other : shown)
-            QVERIFY2(other == saveReports.first() || other.startsWith(QLatin1String("WriteLogInfo "))
-                         || other == QLatin1String("Overwrite File?"),
-                     qPrintable(other));
-        QVERIFY(shown.filter(QRegularExpression(QStringLiteral("^WriteLogInfo "))).size() <= 1);
+        // The save's question and report, and at most the log writer's own report for that one record.
+        const QStringList shown = fake.boxesShown().filter(QRegularExpression(QStringLiteral("^(?!WriteLogInfo \\d+$)")));
+        const QString report = shown.value(shown.size() - 1);
+        QCOMPARE(shown, (fileExists ? QStringList{"Overwrite File?", report} : QStringList{report}));
+        QVERIFY(fake.boxesShown().size() <= shown.size() + 1);
+        QVERIFY2(readOnly ? report == "clkSave_Click 70" || report == "clkSave_Click 75" : report == "clkSave_Click 61", qPrintable(report));
         QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
         QCOMPARE(fake.fileBytes(decks::MatchFileName), fileExists ? old : QByteArray());
         QCOMPARE(QFile::exists(path), fileExists);
@@ -171,8 +153,7 @@ private Q_SLOTS:
         QVERIFY2(report.startsWith("Current SubRoutine is testFileWrite\r\n") && report.contains("\r\nError Number: 61\r\n"), qPrintable(report));
         QVERIFY(fake.urlsOpened.isEmpty());
     }
-    // A folder that takes no new files (by its permissions) still lets the
-    // log write into its own file.
+    // The log writes into its own file in a folder that takes no new files.
     void logWritesIntoItsFileInAFolderThatTakesNoFiles()
     {
         QTemporaryDir dir;
@@ -199,20 +180,6 @@ private Q_SLOTS:
         }
         QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7700));
         QVERIFY(written);
-    }
-    void logThatTakesNoWritesFailsEachRecordOnce()
-    {
-        SmallDisk disk;
-        FakePlatform fake;
-        fake.dir = disk.path();
-        Globals::WriteLogInfo(QStringLiteral("first"));
-        if (!disk.makeReadOnly())
-            QSKIP("root writes into a read-only log unless the test may mount a file system");
-        Globals::WriteLogInfo(QStringLiteral("second"));
-        Globals::WriteLogInfo(QStringLiteral("third"));
-        Globals::Guarded("clkNext_Click", [] { platform::raise(6); });
-        QCOMPARE(fake.boxesShown(), (QStringList{"WriteLogInfo 70", "WriteLogInfo 70", "WriteLogInfo 70", "clkNext_Click 6"}));
-        QCOMPARE(fake.logTexts(), QStringList{"first"});
     }
 };
 
