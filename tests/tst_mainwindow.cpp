@@ -414,8 +414,9 @@ private Q_SLOTS:
         QFETCH(int, answer);
         GameWindow g;
         g.w().show();
-        // Next and Previous keep the focus, so a clicker's keys go on to them.
+        // Next and Previous keep the focus, so a clicker's keys go on to them; a click on the status takes none.
         g.play("p");
+        QTest::mouseClick(g.ui()->clkStatusMatch, Qt::LeftButton);
         QCOMPARE(g.w().focusWidget(), g.ui()->clkPrev);
         g.play(QStringLiteral("T N a%1").arg(answer));
         QCOMPARE(g.w().focusWidget(), g.ui()->clkNextPhrase);
@@ -429,7 +430,10 @@ private Q_SLOTS:
         QCOMPARE(g.fake.logTexts().last(), QStringLiteral("Unloading All Forms..."));
         QCOMPARE(g.w().isVisible(), answer != 6);
         QCOMPARE(g.counting(), answer != 6);  // No and Cancel leave a running count alone
-        if (answer == 6) {  // once decided, closing again asks nothing
+        if (answer == 6) {  // the program's event loop ends, and closing again asks nothing
+            QEventLoop loop;
+            QTimer::singleShot(1000, &loop, [&] { loop.exit(1); });
+            QCOMPARE(loop.exec(), -1);
             QVERIFY(g.w().close());
             QCOMPARE(g.fake.boxes.size(), 1);
         }
