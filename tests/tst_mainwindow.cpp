@@ -1,16 +1,14 @@
-// The main window played as a host plays it: both tabs, the turn, rounds and
-// the end of a game, start-up and closing, the lists and paging from every
-// control, the countdown and sound switches.
+// The main window played as a host plays it: the turn, rounds and the end of
+// a game through both tabs, start-up and closing, paging from every control.
 #include "GameWindow.h"
 #include "TestMain.h"
 #include "shell/ScreenFit.h"
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAccessible>
-#include <QVBoxLayout>
-#include <QScrollBar>
 #include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 class TestMainWindow : public QObject {
@@ -22,10 +20,8 @@ private Q_SLOTS:
         GameWindow g;
         platform::install({platform::realServices().dialogs});
         g.play("=0:10 =1:10 n");
-        // Answer the real modal dialog; a watchdog ends a wrong one fast.
         QStringList seen;
-        QTimer poll, watchdog;
-        poll.setInterval(20);
+        QTimer poll;
         connect(&poll, &QTimer::timeout, this, [&] {
             auto *dialog = qobject_cast<frmWin *>(QApplication::activeModalWidget());
             if (!dialog || !dialog->isVisible())
@@ -37,16 +33,12 @@ private Q_SLOTS:
             seen << QString::number(dialog->isVisible());
             dialog->ui()->clkYes->click();
         });
-        watchdog.setSingleShot(true);
-        connect(&watchdog, &QTimer::timeout, this, [&] {
-            seen << "timed out";
+        QTimer::singleShot(5000, this, [&] {  // a wrong dialog ends fast
             if (auto *dialog = qobject_cast<frmWin *>(QApplication::activeModalWidget()))
                 dialog->ui()->clkYes->click();
         });
-        poll.start();
-        watchdog.start(5000);
+        poll.start(20);
         g.play("n");  // the round ends in a tie
-        watchdog.stop();
         QCOMPARE(seen, (QStringList{"Congratulations...", "0", "0", "1"}));
         QCOMPARE(g.state(), QStringLiteral("R2 T0 10,10 M3 P2"));
         QCOMPARE(g.fake.logTexts().filter("frmWin"), (QStringList{"Loading Form frmWin", "Unloading Form frmWin"}));
@@ -62,7 +54,7 @@ private Q_SLOTS:
         auto row = [](const char *name, const char *script, const char *state, QStringList shown = {}, int m = 6, int p = 6) {
             QTest::newRow(name) << m << p << QString(script) << QString(state) << shown;
         };
-        row("turns end a round", "c3 n n n", "R2 T0 0,0,0 M4 P1");
+        const QStringList tie{"tie Name  Name at 10"}, again{"Start New Game"};
         row("back from row 0 to the last, same round", "c3 n n n p", "R2 T2 0,0,0 M3 P1");
         row("either tab moves the same turn", "N n", "R2 T0 0,0 M2 P2");
         row("decks wrap both ways", "p P n", "R1 T1 0,0 M1 P6");
@@ -70,17 +62,17 @@ private Q_SLOTS:
         row("winner on the match tab; the phrase tab's next step is the deal", "w5 =1:6 n n N", "R1 T1 0,0 M1 P1", {"won Name 6"});
         row("winner on the phrase tab", "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won Name 6"});
         row("only the end of a round decides, rows in play only", "c4 w5 =3:9 =0:4 c3 n n n", "R2 T0 4,0,0 M4 P1");
-        row("tie, another round from the match tab", "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", {"tie Name  Name at 10"});
-        row("tie, another round from the phrase tab", "yes c3 =0:10 =2:10 =1:4 N N N n", "R2 T1 10,4,10 M3 P4", {"tie Name  Name at 10"});
-        row("tie, new game", "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", {"tie Name  Name at 10"});
-        row("tie left without an answer", "esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {"tie Name  Name at 10", "ChangePlayer 13"});
+        row("tie, another round from the match tab", "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", tie);
+        row("tie, another round from the phrase tab", "yes c3 =0:10 =2:10 =1:4 N N N n", "R2 T1 10,4,10 M3 P4", tie);
+        row("tie, new game", "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", tie);
+        row("tie left without an answer", "esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {tie[0], "ChangePlayer 13"});
         row("tie continued without phrases", "yes w5 =0:5 =1:5 n n", "R2 T0 5,5 M3 P0", {"tie Name  Name at 5"}, 6, 0);
-        row("start over: yes", "c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", {"Start New Game"});
-        row("start over: no", "c3 n n n n =1:3 a7 s", "R2 T1 0,3,0 M5 P1", {"Start New Game"});
-        row("start over: cancel, phrases", "c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", {"Start New Game"});
+        row("start over: yes", "c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", again);
+        row("start over: no", "c3 n n n n =1:3 a7 s", "R2 T1 0,3,0 M5 P1", again);
+        row("start over: cancel, phrases", "c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", again);
         row("start with the file gone", "n n =0:4 -m s", "R2 T0 4,0 M3 P1", {"File Does Not Exist"});
         row("start with the file gone, phrases", "N N =0:4 -p S", "R2 T0 4,0 M1 P3", {"File Does Not Exist"});
-        row("start without questions", "n n =0:4 0m a6 s", "R1 T0 0,0 M3 P1", {"Start New Game", "Exiting File Load"});
+        row("start without questions", "n n =0:4 0m a6 s", "R1 T0 0,0 M3 P1", {again[0], "Exiting File Load"});
         row("a game end's deal waits for its file", "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
             {"won Name 5", "File Does Not Exist", "Exiting File Load"});
         row("double click gives the turn", "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2");
@@ -95,12 +87,10 @@ private Q_SLOTS:
         QFETCH(int, matches);
         QFETCH(int, phrases);
         QFETCH(QString, script);
-        QFETCH(QString, state);
-        QFETCH(QStringList, shown);
         GameWindow g(matches, phrases);
         g.play(script);
-        QCOMPARE(g.state(), state);
-        QCOMPARE(g.shown, shown);
+        QTEST(g.state(), "state");
+        QTEST(g.shown, "shown");
         QVERIFY(g.w().Tag.isEmpty());
         QCOMPARE(g.w().windowTitle(), QStringLiteral("Tandrel"));
     }
@@ -120,7 +110,6 @@ private Q_SLOTS:
     {
         QFETCH(QString, matchFile);
         QFETCH(QString, phraseFile);
-        QFETCH(int, tab);
         QFETCH(QString, count);
         FakePlatform fake;
         if (!matchFile.isEmpty())
@@ -130,7 +119,7 @@ private Q_SLOTS:
         frmTandrel w;
         w.Form_Load();
         auto *ui = w.ui();
-        QCOMPARE(ui->SSTab1->currentIndex(), tab);
+        QTEST(ui->SSTab1->currentIndex(), "tab");
         QCOMPARE(ui->txtTimer->text(), count);
         QCOMPARE(w.countdown().length(), qint16(count.toInt()));
         QCOMPARE(w.OptTimer[0]->isChecked(), count == QLatin1String("0"));  // on, unless a question was found
@@ -145,27 +134,23 @@ private Q_SLOTS:
         }
         if (!phraseFile.isEmpty())
             QVERIFY(ui->lblPhrase->text().endsWith(QStringLiteral(" in it.      "), Qt::CaseInsensitive));
-        QCOMPARE(w.windowTitle(), QStringLiteral("Tandrel"));
         QCOMPARE(ui->clkRound->text(), QStringLiteral("Round 1"));
         QCOMPARE(fake.logTexts(), QStringList{"Loading Form frmTandrel"});
         QVERIFY(fake.boxes.isEmpty());
-        auto items = [](QComboBox *c) {
-            QStringList out;
-            for (int i = 0; i < c->count(); ++i)
-                out << c->itemText(i);
-            return out.join(' ') + " / " + c->currentText();
-        };
-        QCOMPARE(items(ui->cmbScoreToWin), QStringLiteral("5 10 15 20 25 30 / 10"));
-        QCOMPARE(items(ui->cmbNumPlayers), QStringLiteral("2 3 4 5 6 7 8 9 10 / 2"));
-        QCOMPARE(w.game().scoreToWin(), qint16(10));
+        QCOMPARE(ui->cmbScoreToWin->count() + ui->cmbNumPlayers->count(), 6 + 9);
+        QCOMPARE(w.game().scoreToWin() + w.game().playerCount(), 10 + 2);
         QCOMPARE(w.pos(), QPoint((1920 - 944) / 2, (1080 - 513) / 2));
         QVERIFY(w.txtPlayer[0]->styleSheet().contains(QColor(255, 224, 192).name()));
         QVERIFY(w.txtCounter[1]->styleSheet().contains(QColor(201, 207, 214).name()));
         if (QTest::currentDataTag() == QByteArray("both files"))
             QCOMPARE(fake.mediaCalls, (QStringList{"wmp1 volume 50", "wmp2 volume 50", "wmp1 url " + fake.path("MatchMusic.mp3"),
                                                    "wmp1 stop", "wmp2 url " + fake.path("Buzzer.wav"), "wmp2 stop",
-                                                   "wmp1 stop",    // "Sound Off" selected
-                                                   "wmp1 stop"})); // and the music stopped once more
+                                                   "wmp1 stop", "wmp1 stop"}));  // "Sound Off" selected, music stopped once more
+        // Without a question the timer switch moves and the count stays.
+        frmTandrel::selectOption(w.OptTimer[1]);
+        frmTandrel::selectOption(w.OptTimer[0]);
+        QCOMPARE(w.countdown().isRunning(), count != QLatin1String("0"));
+        QCOMPARE(ui->txtTimer->text(), count);
     }
 
     void secondCopyEndsAtOnce()
@@ -176,11 +161,8 @@ private Q_SLOTS:
         frmTandrel window;
         window.Form_Load();
         QVERIFY(window.isEnding());
-        QCOMPARE(fake.boxes.size(), 1);
-        QCOMPARE(fake.boxes[0].text, QStringLiteral("The Tandrel application is already running.  This instance of "
-                                                     "Tandrel will terminate..."));
-        QCOMPARE(fake.boxes[0].style, 0);
-        QCOMPARE(fake.boxes[0].title, QStringLiteral("Tandrel"));
+        QCOMPARE(fake.boxTitles(), QStringList{"Tandrel"});
+        QCOMPARE(fake.boxes[0].text, "The Tandrel application is already running.  This instance of Tandrel will terminate...");
         QCOMPARE(fake.logTexts(), (QStringList{"Loading Form frmTandrel", "Unloading All Forms...",
                                                "Unloading Final Form Prior to Program Ending..."}));
         QVERIFY(!window.game().deck(questions::Kind::Match).shown());  // nothing after the check ran
@@ -225,12 +207,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("list");
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("start");
-        const QList<std::pair<const char *, int>> keys = {{"Down", Qt::Key_Down}, {"Up", Qt::Key_Up}, {"Right", Qt::Key_Right},
-                                                          {"Left", Qt::Key_Left}, {"Home", Qt::Key_Home}, {"End", Qt::Key_End},
-                                                          {"digit", Qt::Key_5},   {"PageDown", Qt::Key_PageDown}};
-        for (const auto &[name, key] : keys) {
-            QTest::addRow("players, %s", name) << "cmbNumPlayers" << key << "4";
-            QTest::addRow("to win, %s", name) << "cmbScoreToWin" << key << "15";
+        for (const auto &[name, key] : {std::pair{"Down", Qt::Key_Down}, {"Up", Qt::Key_Up}, {"Right", Qt::Key_Right},
+                                        {"Left", Qt::Key_Left}, {"Home", Qt::Key_Home}, {"End", Qt::Key_End},
+                                        {"digit", Qt::Key_5}, {"PageDown", Qt::Key_PageDown}}) {
+            QTest::addRow("players, %s", name) << "cmbNumPlayers" << int(key) << "4";
+            QTest::addRow("to win, %s", name) << "cmbScoreToWin" << int(key) << "15";
         }
         // A key at the end of the list changes nothing and leaves no undo behind.
         QTest::newRow("players, Up on the first") << "cmbNumPlayers" << int(Qt::Key_Up) << "2";
@@ -251,9 +232,7 @@ private Q_SLOTS:
         QCOMPARE(g.turn(), key != Qt::Key_PageDown ? 1 : players ? 2 : 0);  // an undone key gives nobody the turn
         QCOMPARE(players ? g.game().playerCount() : g.game().scoreToWin(), start.toInt());
         combo->setCurrentText(QStringLiteral("5"));  // the next choice by the mouse is taken as it is
-        QCOMPARE(combo->currentText(), QStringLiteral("5"));
         QCOMPARE(players ? g.game().playerCount() : g.game().scoreToWin(), 5);
-        // A wheel turned over a list while the host scrolls changes nothing.
         const QPointF at(combo->width() / 2.0, combo->height() / 2.0);
         QWheelEvent wheel(at, combo->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(combo, &wheel);
@@ -268,17 +247,14 @@ private Q_SLOTS:
         g.ui()->chkBuzzer->setChecked(true);
         g.w().countdown().timer()->setInterval(1);  // the real ticks, fast
         g.play("n");
-        QVERIFY(g.counting());
         QCOMPARE(g.display(), QStringLiteral("30"));
         QTRY_VERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("0"));
         QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 play", "wmp2 play", "wmp1 stop"}));
         g.w().countdown().timer()->setInterval(1000);
-
         g.play("n v p");  // Previous restarts it too
         QCOMPARE(g.display(), QStringLiteral("30"));
-        // Declining to start over: the match tab restarted the count first,
-        // the phrase tab leaves it alone.
+        // Declining to start over: the match tab restarted the count first, the phrase tab leaves it alone.
         g.play("n v a7 s");
         QCOMPARE(g.display(), QStringLiteral("30"));
         g.play("v a7 S");
@@ -290,10 +266,8 @@ private Q_SLOTS:
         g.w().countdown().timer()->start();
         Q_EMIT g.ui()->SSTab1->tabBarDoubleClicked(1);
         QVERIFY(!g.counting());
-        // "Timer Off" with a question on show resets it; "Timer On" resumes.
-        g.play("N v");
+        g.play("N v");  // "Timer Off" with a question on show resets it; "Timer On" resumes
         g.ui()->OptTimer_1->click();
-        QVERIFY(!g.counting());
         QCOMPARE(g.display(), QStringLiteral("30"));
         g.ui()->OptTimer_0->click();
         QVERIFY(g.counting());
@@ -303,25 +277,17 @@ private Q_SLOTS:
         g.ui()->hsc1->setValue(30);
         QTest::keyClick(g.ui()->hsc1, Qt::Key_Right);
         g.ui()->optSound_1->click();
-        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31", "wmp2 volume 31", "wmp1 stop"}));
         QVERIFY(!g.ui()->hsc1->isEnabled());
-        g.fake.mediaCalls.clear();
         g.ui()->optSound_0->click();
         QVERIFY(g.ui()->hsc1->isEnabled());
-        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 play", "wmp1 loop on"}));  // the music plays on until switched off
+        QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31", "wmp2 volume 31",
+                                                 "wmp1 stop", "wmp1 play", "wmp1 loop on"}));
     }
 
-    void typingANameNeverPages()
-    {
-        GameWindow g;
-        QTest::keyClicks(g.w().txtPlayer[1], QStringLiteral("Bo! \"Q\" #3"));  // ! and " share PageUp's and PageDown's numbers
-        QVERIFY(g.w().txtPlayer[1]->text().endsWith(QStringLiteral("Bo! \"Q\" #3")));
-        QCOMPARE(g.state(), QStringLiteral("R1 T0 0,0 M1 P1"));
-    }
     void screenReaderHearsWhatTheRoomSees()
     {
         GameWindow g(6, 0);
-        // (That it is told of each change is checked through the desktop's accessibility bus, end to end.)
+        // (That it is told of each change is checked through the accessibility bus, end to end.)
         g.play("c3 k1 T u1 n v");
         const auto heard = [&](const char *name) {
             QAccessibleInterface *control = QAccessible::queryAccessibleInterface(g.w().findChild<QWidget *>(name));
@@ -329,20 +295,19 @@ private Q_SLOTS:
         };
         QCOMPARE(heard("clkStatusMatch"), "Viewing Match 2 of 6 Matches... / Match status");
         QCOMPARE(heard("lblName_1"), g.w().lblName[1]->text() + " / Match line right");
-        QCOMPARE(heard("clkRound"), QStringLiteral("Round 1 / Round"));
         QCOMPARE(heard("txtTimer"), QStringLiteral("Countdown: 29 / Countdown"));
         QCOMPARE(heard("txtCounter_1"), QStringLiteral("Player 2 score: 1 / "));
         QCOMPARE(heard("txtPlayer_2"), QStringLiteral("Player 3 name, their turn / "));
         QCOMPARE(heard("txtPlayer_1"), QStringLiteral("Player 2 name / "));
-        // The lists are labelled by their captions.
         const auto labels = QAccessible::queryAccessibleInterface(g.ui()->cmbNumPlayers)->relations(QAccessible::Label);
         QVERIFY(!labels.isEmpty() && labels.first().first->text(QAccessible::Name) == QStringLiteral("Number Of Players:"));
     }
+
     void designScalesToAnyScreen_data()
     {
-        QTest::addColumn<QSize>("room");      // the screen, in device-independent pixels
-        QTest::addColumn<QRect>("tabs");      // where the tabs (designed at 8, 42, 657 x 409) go
-        QTest::addColumn<double>("points");   // what a 12-point font becomes
+        QTest::addColumn<QSize>("room");   // the screen, in device-independent pixels
+        QTest::addColumn<QRect>("tabs");   // where the tabs (designed at 8, 42, 657 x 409) go
+        QTest::addColumn<double>("points");  // what a 12-point font becomes
         QTest::newRow("720p") << QSize(1280, 720) << QRect(11, 69, 891, 555) << 16.27;
         QTest::newRow("1080p, and 4K at scale 2") << QSize(1920, 1080) << QRect(16, 103, 1337, 832) << 24.41;
         QTest::newRow("a screen turned upright") << QSize(1080, 1920) << QRect(9, 715, 752, 468) << 13.73;
@@ -351,11 +316,9 @@ private Q_SLOTS:
     void designScalesToAnyScreen()
     {
         QFETCH(QSize, room);
-        QFETCH(QRect, tabs);
-        QFETCH(double, points);
         const double f = screenfit::factor(frmTandrel::DesignSize, room);
-        QCOMPARE(screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, room, f)), tabs);
-        QCOMPARE(qRound(screenfit::scaled(QFont("Liberation Serif", 12), f).pointSizeF() * 100) / 100.0, points);
+        QTEST(screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, room, f)), "tabs");
+        QTEST(qRound(screenfit::scaled(QFont("Liberation Serif", 12), f).pointSizeF() * 100) / 100.0, "points");
         // Neighbours that touch in the design still touch.
         QCOMPARE(screenfit::scaled(QRect(8, 42, 100, 30), f).right() + 1, screenfit::scaled(QRect(108, 42, 50, 30), f).left());
     }
@@ -400,12 +363,13 @@ private Q_SLOTS:
         QVERIFY(!g.w().isBig());
         QCOMPARE(snapshot(), design);  // exactly the design again
     }
-    void countdownWithoutAQuestion()
+
+    void typingANameNeverPages()
     {
-        GameWindow g(0, 0);
-        g.play("t T");  // the switch moves, the count does not
-        QVERIFY(!g.counting());
-        QCOMPARE(g.display(), QStringLiteral("0"));
+        GameWindow g;
+        QTest::keyClicks(g.w().txtPlayer[1], QStringLiteral("Bo! \"Q\" #3"));  // ! and " share PageUp's and PageDown's numbers
+        QVERIFY(g.w().txtPlayer[1]->text().endsWith(QStringLiteral("Bo! \"Q\" #3")));
+        QCOMPARE(g.state(), QStringLiteral("R1 T0 0,0 M1 P1"));
     }
 
     void reloadSaysSoInTheTitle()
@@ -450,8 +414,9 @@ private Q_SLOTS:
         QFETCH(int, answer);
         GameWindow g;
         g.w().show();
-        // Next and Previous keep the focus, so a clicker's keys go on to them.
+        // Next and Previous keep the focus, so a clicker's keys go on to them; a click on the status takes none.
         g.play("p");
+        QTest::mouseClick(g.ui()->clkStatusMatch, Qt::LeftButton);
         QCOMPARE(g.w().focusWidget(), g.ui()->clkPrev);
         g.play(QStringLiteral("T N a%1").arg(answer));
         QCOMPARE(g.w().focusWidget(), g.ui()->clkNextPhrase);
@@ -459,14 +424,16 @@ private Q_SLOTS:
             g.w().close();
         else
             g.w().findChild<QAbstractButton *>(button)->click();
-        QCOMPARE(g.fake.boxes.size(), 1);
+        QCOMPARE(g.fake.boxTitles(), QStringList{"Exit Program?"});
         QCOMPARE(g.fake.boxes[0].text, QStringLiteral("Do you wish to exit Tandrel?"));
-        QCOMPARE(g.fake.boxes[0].title, QStringLiteral("Exit Program?"));
         QCOMPARE(g.fake.boxes[0].style, 3);
         QCOMPARE(g.fake.logTexts().last(), QStringLiteral("Unloading All Forms..."));
         QCOMPARE(g.w().isVisible(), answer != 6);
         QCOMPARE(g.counting(), answer != 6);  // No and Cancel leave a running count alone
-        if (answer == 6) {  // once decided, closing again asks nothing
+        if (answer == 6) {  // the program's event loop ends, and closing again asks nothing
+            QEventLoop loop;
+            QTimer::singleShot(1000, &loop, [&] { loop.exit(1); });
+            QCOMPARE(loop.exec(), -1);
             QVERIFY(g.w().close());
             QCOMPARE(g.fake.boxes.size(), 1);
         }

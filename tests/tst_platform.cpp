@@ -1,8 +1,10 @@
-// The platform layer: date text, numbers, text files.
+// The platform layer: date text, numbers, text files, the log and the one
+// failure report.
 #include "FakePlatform.h"
 #include "TestMain.h"
 #include "platform/Errors.h"
 #include "platform/FolderLock.h"
+#include "platform/Globals.h"
 #include "platform/Numeric.h"
 #include "platform/Services.h"
 #include "platform/TextFiles.h"
@@ -10,9 +12,7 @@
 #include <QFile>
 #include <QProcess>
 #include <random>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 class TestPlatform : public QObject {
@@ -24,20 +24,18 @@ private Q_SLOTS:
         QTest::addColumn<QDateTime>("when");
         QTest::addColumn<QString>("text");
         const QLocale us(QLocale::English, QLocale::UnitedStates);
-        QTest::newRow("US afternoon") << us << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "11/18/2026 4:05:32 PM";
+        const QDateTime evening(QDate(2026, 11, 18), QTime(16, 5, 32));
+        QTest::newRow("US afternoon") << us << evening << "11/18/2026 4:05:32 PM";
         QTest::newRow("US morning") << us << QDateTime(QDate(2026, 1, 2), QTime(9, 7, 3)) << "1/2/2026 9:07:03 AM";
         QTest::newRow("US midnight") << us << QDateTime(QDate(2026, 1, 2), QTime(0, 0, 0)) << "1/2/2026 12:00:00 AM";
-        QTest::newRow("Germany") << QLocale(QLocale::German, QLocale::Germany)
-                                 << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18.11.2026 16:05:32";
-        QTest::newRow("France") << QLocale(QLocale::French, QLocale::France)
-                                << QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32)) << "18/11/2026 16:05:32";
+        QTest::newRow("Germany") << QLocale(QLocale::German, QLocale::Germany) << evening << "18.11.2026 16:05:32";
+        QTest::newRow("France") << QLocale(QLocale::French, QLocale::France) << evening << "18/11/2026 16:05:32";
     }
     void generalDateText()
     {
         QFETCH(QLocale, locale);
         QFETCH(QDateTime, when);
-        QFETCH(QString, text);
-        QCOMPARE(platform::generalDateText(when, locale), text);
+        QTEST(platform::generalDateText(when, locale), "text");
     }
     void numbersAsTheProgramReadsThem_data()
     {
@@ -64,9 +62,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(int, value);
-        const QLocale c = QLocale::c();
         try {
-            QCOMPARE(int(platform::toInt16(text, c)), value);
+            QCOMPARE(int(platform::toInt16(text, QLocale::c())), value);
         } catch (const platform::RuntimeError &e) {
             QCOMPARE(-e.number(), value);
         }
@@ -98,12 +95,11 @@ private Q_SLOTS:
     void linesEndAtAnyLineEnd()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(QStringList, lines);
         QFETCH(int, maxLine);
         FakePlatform fake;
         QStringList read;
         platform::readLines(fake.writeFile("t.txt", bytes), [&](const QString &line) { return read << line, true; }, maxLine);
-        QCOMPARE(read, lines);
+        QTEST(read, "lines");
     }
     void wholeFileWriteIsAllOrNothing()
     {
@@ -122,6 +118,14 @@ private Q_SLOTS:
             platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
         QCOMPARE(open(), before);
         QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
+
+        // A file with something mounted on it cannot be renamed over.
+        if (geteuid() != 0 || QProcess::execute("mount", {"--bind", path, path}) != 0)
+            QSKIP("needs a mount");
+        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::writeWhole(path, "old\r\n"));
+        QProcess::execute("umount", {path});
+        QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden), QStringList{"TandrelLines.txt"});
     }
     void onlyPlainFilesAreRead_data()
     {
@@ -129,7 +133,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("number");
         QTest::newRow("a FIFO") << "fifo" << 75;
         QTest::newRow("a link to /dev/zero") << "device" << 75;
-        QTest::newRow("a socket") << "socket" << 75;
         QTest::newRow("a folder") << "folder" << 75;
         QTest::newRow("nothing") << "missing" << 53;
         QTest::newRow("a plain file whose reading fails") << "unreadable" << 75;
@@ -142,17 +145,10 @@ private Q_SLOTS:
         // Reading the process's own memory from address 0 fails (EIO), though the file opens.
         const QString path = kind == "unreadable" ? QStringLiteral("/proc/self/mem") : fake.path("TandrelLines.txt");
         const QByteArray name = QFile::encodeName(path);
-        int sock = -1;
         if (kind == "fifo") {
             QCOMPARE(::mkfifo(name.constData(), 0600), 0);
         } else if (kind == "device") {
             QVERIFY(QFile::link("/dev/zero", path));
-        } else if (kind == "socket") {
-            sock = ::socket(AF_UNIX, SOCK_STREAM, 0);
-            sockaddr_un address{};
-            address.sun_family = AF_UNIX;
-            std::strncpy(address.sun_path, name.constData(), sizeof address.sun_path - 1);
-            QCOMPARE(::bind(sock, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
         } else if (kind == "folder") {
             QVERIFY(QDir(fake.dir).mkdir("TandrelLines.txt"));
         }
@@ -164,19 +160,15 @@ private Q_SLOTS:
             } catch (const platform::RuntimeError &e) {
                 QCOMPARE(e.number(), number);
             }
-        if (sock >= 0)
-            ::close(sock);
     }
     void linesArriveAsTheyAreRead()
     {
         // A line is handed over when its end arrives, not kept until the file ends (memory stays bounded).
         QStringList got;
         const auto take = [&](const QString &line) { return got << line, true; };
-        platform::LineSplitter splitter;
+        platform::LineSplitter splitter, marked;  // after a byte order mark too
         for (const char *piece : {"a", "b\r", "\n", "c\n"})
             splitter.feed(piece, take);
-        QCOMPARE(got, (QStringList{"ab", "c"}));
-        platform::LineSplitter marked;  // after a byte order mark too
         for (const char *piece : {"\xEF", "\xBB", "\xBF" "d\n"})
             marked.feed(piece, take);
         QCOMPARE(got, (QStringList{"ab", "c", "d"}));
@@ -199,35 +191,17 @@ private Q_SLOTS:
         QVERIFY(shown(many));
         QVERIFY(!shown(many + QLatin1Char('z')));
     }
-    void replacingAFileThatCannotBeReplacedLeavesNothing()
-    {
-        FakePlatform fake;
-        const QString path = fake.writeFile("TandrelLines.txt", "old\r\n");
-        // A file with something mounted on it cannot be renamed over.
-        if (geteuid() != 0 || QProcess::execute("mount", {"--bind", path, path}) != 0)
-            QSKIP("needs a mount");
-        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::writeWhole(path, "new\r\n"));
-        QProcess::execute("umount", {path});
-        QCOMPARE(platform::readWhole(path), QStringLiteral("old\r\n"));
-        QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden), QStringList{"TandrelLines.txt"});
-    }
     void writeIntoAReadOnlyPlaceFails()
     {
         FakePlatform fake;
-        QVERIFY(QDir(fake.dir).mkdir("sub"));
-        QVERIFY(QDir(fake.dir).mkdir("sub/TandrelLines.txt"));
-        try {
-            platform::writeWhole(fake.path("sub/TandrelLines.txt"), "x");
-            QFAIL("a folder cannot be written as a file");
-        } catch (const platform::RuntimeError &e) {
-            QCOMPARE(e.number(), 75);
-        }
-        try {
-            platform::writeWhole(fake.path("missing/TandrelLines.txt"), "x");
-            QFAIL("a missing folder cannot hold a file");
-        } catch (const platform::RuntimeError &e) {
-            QCOMPARE(e.number(), 76);
-        }
+        QVERIFY(QDir(fake.dir).mkpath("sub/TandrelLines.txt"));
+        for (const auto &[path, number] : {std::pair{"sub/TandrelLines.txt", 75}, {"missing/TandrelLines.txt", 76}})
+            try {
+                platform::writeWhole(fake.path(path), "x");
+                QFAIL("a folder cannot be written as a file, nor a missing folder hold one");
+            } catch (const platform::RuntimeError &e) {
+                QCOMPARE(e.number(), number);
+            }
     }
     void saveThroughALinkReplacesWhatItPointsTo_data()
     {
@@ -331,8 +305,117 @@ private Q_SLOTS:
         platform::writeWhole(fake.path("tandrelphrases.txt"), "y");
         QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelPhrases.txt"});
     }
-};
 
+    void recordsOfARun()
+    {
+        FakePlatform fake;
+        fake.writeFile("LogInfo.txt", "old run\r\n");
+        Globals::WriteLogInfo("first");  // the first record of a run empties the log
+        Globals::WriteLogInfo("second");
+        const QByteArray stamp = "11/18/2026 4:05:32 PM  ";
+        QCOMPARE(fake.logBytes(), stamp + "first\r\n" + stamp + "second\r\n");
+        Globals::ResetLogForTests();  // the next run starts anew
+        Globals::WriteLogInfo("next run");
+        QCOMPARE(fake.logBytes(), stamp + "next run\r\n");
+    }
+
+    void guardVariants_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<int>("variant");
+        QTest::addColumn<QString>("report");  // as logged; empty: nothing at all
+        QTest::addColumn<bool>("box");
+        enum { Plain, Function, LogOnly, Pass9, Advice };
+        const QString plain = "Current SubRoutine is p\r\nError Number: %1\r\nLocation: frmTandrel\r\n";
+        QTest::newRow("plain") << 53 << int(Plain) << plain.arg(53) << true;
+        QTest::newRow("function") << 9 << int(Function) << QString(plain).replace("SubRoutine", "Function").arg(9) << true;
+        QTest::newRow("log only") << 13 << int(LogOnly) << plain.arg(13) << false;
+        QTest::newRow("9 passes silently") << 9 << int(Pass9) << QString() << false;
+        QTest::newRow("other numbers do not pass") << 6 << int(Pass9) << plain.arg(6) << true;
+        QTest::newRow("advice lines") << 339 << int(Advice)
+                                      << "before\r\nCurrent SubRoutine is p\r\n\r\nbetween\r\nError Number: 339\r\n"
+                                         "Location: frmTandrel\r\nafter = \r\n" << true;
+        QTest::newRow("negative number") << -2147 << int(Plain) << plain.arg(-2147) << true;
+    }
+    void guardVariants()
+    {
+        QFETCH(int, number);
+        QFETCH(int, variant);
+        QFETCH(QString, report);
+        QFETCH(bool, box);
+        FakePlatform fake;
+        Globals::Guard guard("p");
+        switch (variant) {
+        case 1: guard = Globals::Guard::function("p"); break;
+        case 2: guard.logOnly = true; break;
+        case 3: guard.passes = [](int n) { return n == 9; }; break;
+        case 4:
+            guard.shape = [](Globals::Report &r) {
+                r.before = {"before"};
+                r.between = {"", "between"};
+                r.after = {"after = "};
+            };
+            break;
+        }
+        QStringList order;
+        guard.afterReport = [&] { order << QStringLiteral("after %1 boxes").arg(fake.boxes.size()); };
+        bool bodyEnded = false;
+        QVERIFY(!Globals::Guarded(guard, [&] {
+            platform::raise(number);
+            bodyEnded = true;
+        }));
+        QVERIFY(!bodyEnded);
+        QCOMPARE(fake.boxes.size(), int(box));
+        if (box) {
+            QCOMPARE(fake.boxes[0].text, report);
+            QCOMPARE(fake.boxes[0].style, 64);
+            QCOMPARE(fake.boxes[0].title, QStringLiteral("Error"));
+            QCOMPARE(fake.pointerResets, 1);
+        }
+        QCOMPARE(fake.logBytes(), report.isEmpty() ? QByteArray() : "11/18/2026 4:05:32 PM  " + report.toUtf8() + "\r\n");
+        QCOMPARE(order, report.isEmpty() ? QStringList{} : QStringList{QStringLiteral("after %1 boxes").arg(int(box))});
+    }
+
+    void innerFailureIsReportedOnceAndCallersGoOn()
+    {
+        FakePlatform fake;
+        QStringList trace;
+        Globals::Guarded("outer", [&] {
+            Globals::Guarded("inner", [&] {
+                trace << "inner starts";
+                throw std::bad_alloc();
+            });
+            trace << "outer goes on";
+        });
+        Globals::Guard steps("Form_Load FrmTandrel");
+        steps.logOnly = true;
+        Globals::GuardedSteps(steps, {[&] { trace << "1"; }, [&] { platform::raise(platform::err::Overflow); }, [&] { trace << "3"; }});
+        QCOMPARE(trace, (QStringList{"inner starts", "outer goes on", "1", "3"}));
+        QCOMPARE(fake.boxesShown(), QStringList{"inner 7"});
+        QCOMPARE(fake.logTexts().filter("Current"), (QStringList{"Current SubRoutine is inner", "Current SubRoutine is Form_Load FrmTandrel"}));
+    }
+
+    void logThatCannotBeWritten()
+    {
+        FakePlatform fake;
+        QVERIFY(QDir(fake.dir).mkdir("LogInfo.txt"));  // a folder where the log should be
+        fake.activeWindow.clear();
+        Globals::Guarded("clkNext_Click", [] { platform::raise(platform::err::Overflow); });
+        QCOMPARE(fake.boxes.size(), 2);  // the log's failure, then the report: no loop
+        QCOMPARE(fake.boxes[0].text, QStringLiteral("Current SubRoutine is WriteLogInfo\r\nError Number: 75\r\nLocation: (no program window active)\r\n"));
+        QCOMPARE(fake.boxesShown()[1], QStringLiteral("clkNext_Click 6"));
+
+        // A log deleted while the program runs fails each record once and is never made again.
+        FakePlatform other;
+        Globals::WriteLogInfo("first");
+        QVERIFY(QFile::remove(other.path("LogInfo.txt")));
+        Globals::WriteLogInfo("second");
+        Globals::WriteLogInfo("third");
+        QCOMPARE(other.boxesShown(), (QStringList{"WriteLogInfo 53", "WriteLogInfo 53"}));
+        QCOMPARE(other.pointerResets, 2);  // each box with the normal pointer, not a busy one
+        QVERIFY(!QFile::exists(other.path("LogInfo.txt")));
+    }
+};
 
 TANDREL_TEST_MAIN(TestPlatform)
 #include "tst_platform.moc"

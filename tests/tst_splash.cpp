@@ -1,16 +1,33 @@
-// The start through the splash window, the component check it runs once,
-// and the same window as the About box.
+// The windows around the game: the start through the splash window and the
+// component check it runs once, the same window as the About box, the rules
+// viewer, the update check with its backups, and the web pages.
 #include "GameWindow.h"
 #include "TestMain.h"
 #include "platform/Errors.h"
 #include "platform/Globals.h"
+#include "shell/Links.h"
+#include "shell/frmHowTo.h"
 #include "shell/frmSplash.h"
+#include "ui_frmHowTo.h"
 #include "ui_frmSplash.h"
+#include <QDir>
 #include <QLabel>
 #include <QPointer>
+#include <QProcess>
+#include <QTextEdit>
 #include <QTimer>
+#include <unistd.h>
 
 namespace {
+frmHowTo *viewer()
+{
+    return qobject_cast<frmHowTo *>(platform::loadedWindow(QStringLiteral("frmHowTo")));
+}
+QStringList backups(const FakePlatform &fake)
+{
+    return QDir(fake.path("BackUps")).entryList(QDir::Files | QDir::Hidden);
+}
+
 const QStringList AllPresent = {
     "File SonicClickUltra.ocx Exists...", "File SonicClickUltra.ocx is registered...",
     "File vbskpro2.ocx Exists...",        "File vbskpro2.ocx is registered...",
@@ -19,30 +36,26 @@ const QStringList AllPresent = {
     "File TabCtl32.ocx is registered...",
 };
 
-// The lines of a registration attempt that did not help.
-QStringList failedAttempt(const QString &name, bool mediaAdvice = false)
+// All present, but the line "File NAME is registered..." replaced by a
+// registration attempt that did not help (its first lines only, when it did).
+QStringList failedAttempt(const QString &name, int lines = 6, bool mediaAdvice = false)
 {
-    QStringList lines = {
+    QStringList attempt = {
         "File " + name + " is NOT registered...",
         "Attempting to register file " + name + " as admin user...",
         "Registering file " + name + " appeared to not be successful...",
         "Try to Register file " + name + " Manually via a DOS prompt with administrator privileges",
         "DOS command to manually Register this file is: 'regsvr32 " + name + "'",
         "DOS command to manually Unregister this file is: 'regsvr32 /u " + name + "'",
+        "Windows Media Player 'wmp.dll' file appears to not be installed...",
+        "The easy solution: download and install latest version of Windows Media Player...'",
     };
-    if (mediaAdvice)
-        lines << "Windows Media Player 'wmp.dll' file appears to not be installed..."
-              << "The easy solution: download and install latest version of Windows Media Player...'";
-    return lines;
-}
-
-QStringList replaced(QStringList lines, const QString &from, const QStringList &to)
-{
-    const qsizetype at = lines.indexOf(from);
-    lines.removeAt(at);
-    for (qsizetype i = 0; i < to.size(); ++i)
-        lines.insert(at + i, to[i]);
-    return lines;
+    QStringList all = AllPresent;
+    qsizetype at = all.indexOf("File " + name + " is registered...");
+    all.remove(at);
+    for (const QString &line : attempt.first(mediaAdvice ? 8 : lines))
+        all.insert(at++, line);
+    return all;
 }
 
 // A program folder with question files and a log left by the last run.
@@ -115,38 +128,29 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("broken");
         QTest::addColumn<QStringList>("fixedByLaunch");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("all present") << QStringList() << QStringList() << QStringList() << AllPresent;
-        QTest::newRow("media player not installed")
-            << QStringList{"wmp.dll"} << QStringList() << QStringList()
-            << replaced(replaced(AllPresent, "File wmp.dll Exists...", {"File wmp.dll Does Not Exist..."}),
-                        "File wmp.dll is registered...", {});
-        QTest::newRow("buttons do not load")
-            << QStringList() << QStringList{"SonicClickUltra.ocx"} << QStringList()
-            << replaced(AllPresent, "File SonicClickUltra.ocx is registered...", failedAttempt("SonicClickUltra.ocx"));
-        QTest::newRow("no decoders: media advice last")
-            << QStringList() << QStringList{"wmp.dll"} << QStringList()
-            << replaced(AllPresent, "File wmp.dll is registered...", failedAttempt("wmp.dll", true));
-        QTest::newRow("tabs: no existence test, no media advice")
-            << QStringList{"TabCtl32.ocx"} << QStringList() << QStringList()
-            << replaced(AllPresent, "File TabCtl32.ocx is registered...", failedAttempt("TabCtl32.ocx"));
-        QTest::newRow("loads after the launch")
-            << QStringList() << QStringList{"RICHTX32.OCX"} << QStringList{"RICHTX32.OCX"}
-            << replaced(AllPresent, "File RICHTX32.OCX is registered...",
-                        failedAttempt("RICHTX32.OCX").mid(0, 2));
+        QStringList noPlayer = AllPresent;
+        noPlayer.replace(6, "File wmp.dll Does Not Exist...");
+        noPlayer.removeAt(7);
+        const QStringList none, player{"wmp.dll"}, rich{"RICHTX32.OCX"};
+        QTest::newRow("all present") << none << none << none << AllPresent;
+        QTest::newRow("media player not installed") << player << none << none << noPlayer;
+        QTest::newRow("buttons do not load") << none << QStringList{"SonicClickUltra.ocx"} << none << failedAttempt("SonicClickUltra.ocx");
+        QTest::newRow("no decoders: media advice last") << none << player << none << failedAttempt("wmp.dll", 6, true);
+        QTest::newRow("tabs: no existence test, no media advice") << QStringList{"TabCtl32.ocx"} << none << none << failedAttempt("TabCtl32.ocx");
+        QTest::newRow("loads after the launch") << none << rich << rich << failedAttempt("RICHTX32.OCX", 2);
     }
     void componentCheckLogsWhatItFinds()
     {
         QFETCH(QStringList, absent);
         QFETCH(QStringList, broken);
         QFETCH(QStringList, fixedByLaunch);
-        QFETCH(QStringList, lines);
         FakePlatform fake;
         fake.absentComponents = absent;
         fake.missingComponents = broken;
         fake.componentsLoadingAfterLaunch = fixedByLaunch;
         frmSplash splash;
         splash.checkRegistryFiles();
-        QCOMPARE(fake.logTexts(), lines);
+        QTEST(fake.logTexts(), "lines");
         for (const QString &launch : fake.launches)
             QVERIFY(launch.startsWith("runas|" + fake.dir + "/Regsvr32 /s") && launch.endsWith("| /admin"));
         QCOMPARE(fake.boxes.size(), 0);
@@ -173,6 +177,136 @@ private Q_SLOTS:
         QCOMPARE(s.fake.urlsOpened.last(), s.splash->lbl1[4]->text());
         s.splash->ui()->clkClose->click();
         QTRY_VERIFY(!s.splash);
+    }
+
+    void rulesOpenOneViewer()
+    {
+        GameWindow g(0, 0);
+        g.ui()->clkHowToPlay->click();  // no rules yet
+        QCOMPARE(g.fake.boxTitles(), QStringList{"File not Loaded"});
+        QCOMPARE(g.fake.boxes[0].text, "Unable to locate file " + g.fake.path("HowToPlayTandrel.rtf"));
+        QVERIFY(!viewer());
+        g.fake.writeFile(QStringLiteral("HowToPlayTandrel.rtf"),
+                         "{\\rtf1\\ansi{\\fonttbl{\\f0 Serif;}}\\b How to play\\b0\\par Write the missing word.\\par}");
+        g.ui()->clkHowToPlay->click();
+        g.ui()->clkHowToPlay->click();
+        QVERIFY(viewer() && viewer()->isVisible());
+        QCOMPARE(viewer()->ui()->rtb1->toPlainText(), QStringLiteral("How to play\nWrite the missing word.\n"));
+        // Read-only without a blinking caret, though keys still move through the text (a screen reader follows them).
+        QVERIFY(viewer()->ui()->rtb1->isReadOnly() && viewer()->ui()->rtb1->cursorWidth() == 0);
+        QVERIFY(viewer()->ui()->rtb1->textInteractionFlags() & Qt::TextSelectableByKeyboard);
+        QCOMPARE(g.fake.boxes.size(), 1);
+        viewer()->close();
+        QCOMPARE(g.fake.logTexts().mid(1), (QStringList{"Loading Form frmHowTo", "Unloading Form frmHowTo"}));
+    }
+
+    void buttonsOpenTheirPages()
+    {
+        GameWindow g(0, 0);
+        for (const char *button : {"clkContact", "clkDonate", "clkVideo"})
+            g.w().findChild<QAbstractButton *>(button)->click();
+        QCOMPARE(g.fake.urlsOpened, (QStringList{links::ContactPage, links::DonatePage, links::VideoPage}));
+        QCOMPARE(g.fake.boxes.size(), 0);
+    }
+
+    void updateAsksThenBacksUpAndOpensThePage_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<QStringList>("copies");
+        const QStringList both{MatchFile, PhraseFile};
+        const QLocale us(QLocale::English, QLocale::UnitedStates);
+        QTest::newRow("Yes, both files") << both << 6 << us
+                                         << QStringList{"TandrelLines_11_18_2026_4_05_32_PM.txt", "TandrelPhrases_11_18_2026_4_05_32_PM.txt"};
+        QTest::newRow("Yes, phrases only") << QStringList{PhraseFile} << 6 << us << QStringList{"TandrelPhrases_11_18_2026_4_05_32_PM.txt"};
+        QTest::newRow("Yes, no files") << QStringList() << 6 << us << QStringList();
+        QTest::newRow("No") << both << 7 << us << QStringList();
+        QTest::newRow("Cancel") << both << 2 << us << QStringList();
+        QTest::newRow("Germany: dots stay") << QStringList{MatchFile} << 6 << QLocale(QLocale::German, QLocale::Germany)
+                                            << QStringList{"TandrelLines_18.11.2026_16_05_32.txt"};
+        QTest::newRow("Sweden: dashes stay") << QStringList{MatchFile} << 6 << QLocale(QLocale::Swedish, QLocale::Sweden)
+                                             << QStringList{"TandrelLines_2026-11-18_16_05_32.txt"};
+    }
+    void updateAsksThenBacksUpAndOpensThePage()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(int, answer);
+        QFETCH(QLocale, locale);
+        QFETCH(QStringList, copies);
+        GameWindow g(0, 0);
+        g.fake.loc = locale;
+        QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
+        g.fake.writeFile(QStringLiteral("BackUps/TandrelLines_older.txt"), "kept\r\n");
+        for (const QString &name : files)
+            g.fake.writeFile(name, ("Blank from " + name + "\r\n\x01\xff").toLatin1());
+        QStringList atQuestion;
+        g.fake.onBox = [&](const ShownBox &) {
+            if (atQuestion.isEmpty())
+                atQuestion = g.fake.urlsOpened + backups(g.fake);
+        };
+        g.fake.answers = {answer, answer};
+        g.ui()->clkUpdate->click();
+        g.ui()->clkUpdate->click();  // a second in the same second replaces its copies
+
+        QCOMPARE(g.fake.boxTitles(), (QStringList{"Check For Update?", "Check For Update?"}));
+        QCOMPARE(g.fake.boxes[0].text, QStringLiteral("The current version of Tandrel software is 1.0.0\r\n\r\n"
+                                                      "Would you like to check for a Tandrel software update?"));
+        // Asked before anything is copied or opened; the write test left nothing.
+        QCOMPARE(atQuestion, QStringList{"TandrelLines_older.txt"});
+        QCOMPARE(g.fake.urlsOpened.size(), answer == 6 ? 2 : 0);
+        QVERIFY(g.fake.urlsOpened.isEmpty() || g.fake.urlsOpened.last() == links::UpdatePage);
+        for (const QString &copy : backups(g.fake))  // the older copy kept
+            QCOMPARE(g.fake.fileBytes("BackUps/" + copy), copies.contains(copy) ? ("Blank from " + copy.section('_', 0, 0) + ".txt\r\n\x01\xff").toLatin1()
+                                                                               : QByteArray("kept\r\n"));
+        QCOMPARE(backups(g.fake).size(), copies.size() + 1);
+    }
+
+    void folderThatTakesNoFilesStopsTheUpdate_data()
+    {
+        QTest::addColumn<QString>("obstacle");
+        QTest::addColumn<QString>("report");
+        const QString advice = "Running the Tandrel.exe app as adminstrator may also fix the problem.\r\n\r\n"
+                               "To always run this program as administrator, right click on the Tandrel.exe icon in the DIR directory.\r\n"
+                               "Select properties, click compatable tab, click 'Run this program as Adminstator', then click Okay\r\n\r\n";
+        QTest::newRow("a file named BackUps") << "file BackUps"
+                                              << "Current SubRoutine is createDirs\r\n\r\nTrying to create DIR/BackUps\r\n"
+                                                 "Ensure you have read, write permission for directory DIR and any child directorys.\r\n\r\n"
+                                                     + advice + "Error Number: 75\r\n";
+        QTest::newRow("a folder named Test.txt") << "folder BackUps/Test.txt"
+                                                 << "Current SubRoutine is testFileWrite\r\n\r\nTrying to write a file in DIR/BackUps\r\n"
+                                                    "Ensure you have read, write permission for directory DIR/BackUps\r\n\r\n"
+                                                        + advice;
+        QTest::newRow("a Test.txt that stays") << "fixed BackUps/Test.txt" << "Current SubRoutine is testFileWrite\r\n\r\n";
+    }
+    void folderThatTakesNoFilesStopsTheUpdate()
+    {
+        QFETCH(QString, obstacle);
+        QFETCH(QString, report);
+        GameWindow g(0, 0);
+        const QString kind = obstacle.section(' ', 0, 0), where = obstacle.section(' ', 1);
+        if (kind == QLatin1String("file")) {
+            g.fake.writeFile(where, "not a folder");
+        } else if (kind == QLatin1String("folder")) {
+            QVERIFY(QDir(g.fake.dir).mkpath(where));
+        } else {
+            // Written, then it cannot be removed: a file mounted there (as root), or a folder that takes no changes.
+            QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
+            g.fake.writeFile(where, "left behind");
+            if (geteuid() == 0 ? QProcess::execute("mount", {"--bind", g.fake.path(where), g.fake.path(where)}) != 0
+                               : !QFile::setPermissions(g.fake.path("BackUps"), QFileDevice::ReadOwner | QFileDevice::ExeOwner))
+                QSKIP("cannot keep the file from being removed here");
+        }
+        g.ui()->clkUpdate->click();
+        QCOMPARE(g.fake.boxTitles(), QStringList{"Error"});
+        QVERIFY2(g.fake.boxes[0].text.startsWith(QString(report).replace(QStringLiteral("DIR"), g.fake.dir)),
+                 qPrintable(g.fake.boxes[0].text));
+        QCOMPARE(g.fake.urlsOpened, QStringList());
+        if (kind == QLatin1String("fixed")) {
+            QVERIFY(g.fake.boxes[0].text.contains("\r\nError Number: 75\r\n"));
+            QProcess::execute("umount", {g.fake.path(where)});
+            QFile::setPermissions(g.fake.path("BackUps"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        }
     }
 };
 

@@ -6,11 +6,12 @@
 #include "platform/Services.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmEdit.h"
+#include "ui_frmTandrel.h"
 #include <QAbstractButton>
 
 inline frmEdit *openChooser(frmTandrel &main)
 {
-    main.clkEdit_Click();
+    main.ui()->clkEdit->click();
     return qobject_cast<frmEdit *>(platform::loadedWindow(QStringLiteral("frmEdit")));
 }
 

@@ -1,15 +1,13 @@
 #include "FakePlatform.h"
 #include "platform/Errors.h"
 #include "platform/Globals.h"
-#include <QDialog>
 #include <QFile>
 #include <QRegularExpression>
 
 namespace {
 class RecordingPlayer final : public platform::MediaPlayer {
 public:
-    RecordingPlayer(QString name, QStringList &calls)
-        : m_name(std::move(name)), m_calls(calls) {}
+    RecordingPlayer(QString name, QStringList &calls) : m_name(std::move(name)), m_calls(calls) {}
     void setUrl(const QString &path) override { record(QStringLiteral("url ") + path); }
     void play() override { record(QStringLiteral("play")); }
     void stop() override { record(QStringLiteral("stop")); }
@@ -38,8 +36,7 @@ FakePlatform::~FakePlatform()
 
 QStringList FakePlatform::boxesShown() const
 {
-    static const QRegularExpression report(
-        QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
+    static const QRegularExpression report(QStringLiteral("Current SubRoutine is ([^\r]+)\r\nError Number: (-?\\d+)\r\n"));
     QStringList shown;
     for (const ShownBox &box : boxes) {
         const QRegularExpressionMatch m = report.match(box.text);
@@ -64,11 +61,6 @@ QString FakePlatform::writeFile(const QString &name, const QByteArray &bytes) co
     return f.fileName();
 }
 
-QByteArray FakePlatform::logBytes() const
-{
-    return fileBytes(QStringLiteral("LogInfo.txt"));
-}
-
 QByteArray FakePlatform::fileBytes(const QString &name) const
 {
     QFile file(path(name));
@@ -78,11 +70,11 @@ QByteArray FakePlatform::fileBytes(const QString &name) const
 QStringList FakePlatform::logTexts() const
 {
     const QString stamp = platform::generalDateText(time, loc) + QStringLiteral("  ");
-    QStringList texts;
-    const QStringList lines = QString::fromUtf8(logBytes()).split(QStringLiteral("\r\n"));
-    for (const QString &line : lines)
-        texts.append(line.startsWith(stamp) ? line.mid(stamp.size()) : line);
-    if (!texts.isEmpty() && texts.last().isEmpty())
+    QStringList texts = QString::fromUtf8(logBytes()).split(QStringLiteral("\r\n"));
+    for (QString &line : texts)
+        if (line.startsWith(stamp))
+            line.remove(0, stamp.size());
+    if (texts.last().isEmpty())
         texts.removeLast();
     return texts;
 }
@@ -95,14 +87,6 @@ int FakePlatform::messageBox(const QString &text, int style, const QString &titl
     if (!answers.isEmpty())
         return answers.takeFirst();
     return (style & 0x0F) == platform::mb::YesNoCancel ? platform::mb::Cancel : platform::mb::Ok;
-}
-
-int FakePlatform::execModal(QDialog &dialog)
-{
-    modalsShown.append(dialog.objectName());
-    if (onModal)
-        return onModal(dialog);
-    return QDialog::Rejected;
 }
 
 std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString &name)

@@ -26,21 +26,16 @@ public:
     FakePlatform(const FakePlatform &) = delete;
     FakePlatform &operator=(const FakePlatform &) = delete;
 
-    // Message boxes: answers are taken in order; without one, a box is
-    // answered OK, or Cancel when it asks a question.
+    // Message boxes take the answers in order; without one, OK, or Cancel to a question.
     QList<int> answers;
     QList<ShownBox> boxes;
-    // Called as each box is shown, before it is answered.
-    std::function<void(const ShownBox &)> onBox;
+    std::function<void(const ShownBox &)> onBox;  // as each box is shown, before its answer
     QStringList boxTitles() const;
-    // Each box as the host reads it: a failure report as its routine and
-    // number ("clkSave_Click 61"), any other box as its title.
+    // A failure report as its routine and number ("clkSave_Click 61"), any other box as its title.
     QStringList boxesShown() const;
-    // Modal windows: the handler answers them; by default they are closed at once.
+    // Answers modal windows; by default they are closed at once.
     std::function<int(QDialog &)> onModal;
-    QStringList modalsShown;
 
-    // Application object.
     QString dir;  // the program folder, a fresh temporary one
     QString exe = QStringLiteral("Tandrel");
     platform::Version ver{1, 0, 0};
@@ -48,39 +43,28 @@ public:
     QString activeWindow = QStringLiteral("frmTandrel");
     QRect screen{0, 0, 1920, 1080};
     int pointerResets = 0;
-
-    // Clock and locale.
     QDateTime time = QDateTime(QDate(2026, 11, 18), QTime(16, 5, 32));
     QLocale loc{QLocale::English, QLocale::UnitedStates};
-
-    // Media: every call of every player, as "wmp1 play", "wmp2 volume 40"...
-    QStringList mediaCalls;
-    // A failure number for making a player (a media back end that is missing).
-    int playerFailure = 0;
-
-    // Shell.
+    QStringList mediaCalls;  // every call of every player, as "wmp1 play", "wmp2 volume 40"...
+    int playerFailure = 0;   // a failure number for making a player (a missing media back end)
     QStringList urlsOpened;
     QStringList launches;
-    QStringList absentComponents;   // components not installed at all
-    QStringList missingComponents;  // components that do not load
+    QStringList absentComponents;   // not installed at all
+    QStringList missingComponents;  // do not load
     QStringList componentsLoadingAfterLaunch;
+    QList<float> randomValues;  // drawn first; then a generator of fixed seed
 
-    // Random numbers: a fixed seed unless a test sets its own sequence.
-    QList<float> randomValues;
-
-    // Writes a file into the program folder (CR LF as given); returns its path.
+    // Writes a file into the program folder; returns its path.
     QString writeFile(const QString &name, const QByteArray &bytes) const;
     QString path(const QString &name) const { return dir + QLatin1Char('/') + name; }
     // The bytes of a file in the program folder; empty when it is not there.
     QByteArray fileBytes(const QString &name) const;
     // The log's lines, without their date and time.
     QStringList logTexts() const;
-    QByteArray logBytes() const;
+    QByteArray logBytes() const { return fileBytes(QStringLiteral("LogInfo.txt")); }
 
-    // platform::Dialogs
     int messageBox(const QString &text, int style, const QString &title) override;
-    int execModal(QDialog &dialog) override;
-    // platform::AppObject
+    int execModal(QDialog &dialog) override { return onModal ? onModal(dialog) : 0; }
     QString programDir() const override { return dir; }
     QString exeName() const override { return exe; }
     platform::Version version() const override { return ver; }
@@ -88,12 +72,9 @@ public:
     QString activeWindowName() const override { return activeWindow; }
     QRect screenGeometry() const override { return screen; }
     void setNormalPointer() override { ++pointerResets; }
-    // platform::Clock
     QDateTime now() const override { return time; }
     QLocale locale() const override { return loc; }
-    // platform::Media
     std::unique_ptr<platform::MediaPlayer> createPlayer(const QString &name) override;
-    // platform::Shell
     void openUrl(const QString &url) override { urlsOpened.append(url); }
     void launch(const QString &verb, const QString &file, const QString &parameters) override;
     bool componentInstalled(const QString &name) override { return !absentComponents.contains(name); }
@@ -102,7 +83,6 @@ public:
         return !absentComponents.contains(name) && !missingComponents.contains(name);
     }
     QString shortPath(const QString &path) override { return path; }
-    // platform::Random
     void reseedFromClock() override { m_gen.seed(12345u); }
     float next() override;
 

@@ -14,7 +14,6 @@
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTest>
-#include <memory>
 
 // A question file: comment header, one line each, CR LF.
 inline QByteArray questionFile(const QStringList &lines)
@@ -84,10 +83,7 @@ struct GameWindow {
                 found = found == -1 ? i : -2;  // -2: more than one
         return found;
     }
-    QString question(bool phrase)
-    {
-        return phrase ? ui()->lblPhrase->text() : window->lblName[0]->text() + window->lblName[1]->text();
-    }
+    QString question(bool phrase) { return phrase ? ui()->lblPhrase->text() : window->lblName[0]->text() + window->lblName[1]->text(); }
     QString status(bool phrase) { return (phrase ? ui()->clkStatusPhrase : ui()->clkStatusMatch)->text(); }
     QString display() { return ui()->txtTimer->text(); }
     bool counting() { return window->countdown().isRunning(); }
