@@ -279,17 +279,12 @@ private:
 
 constexpr int Long = 24;  // length of a piece that proves a line new: 48 bytes
 
-// A piece's hash from its 48 bytes, mixed so that every bit depends on all
-// of them (the filter below takes its word and its bits from different bits).
-inline quint64 longPieceHash(const char16_t *c)
+// A long piece's hash from the hashes of its three short pieces, mixed so
+// that every bit depends on all of them (the filter below takes its word
+// and its bits from different bits).
+inline quint64 longPieceHash(const quint64 *shortHashes)
 {
-    static constexpr quint64 K[6] = {K1, K2, 0x165667B19E3779F9ull, 0xD6E8FEB86659FD93ull, 0xFF51AFD7ED558CCDull, 0xC4CEB9FE1A85EC53ull};
-    quint64 h = 0;
-    for (int w = 0; w < 6; ++w) {
-        quint64 word;
-        std::memcpy(&word, c + 4 * w, 8);
-        h += word * K[w];
-    }
+    quint64 h = shortHashes[0] ^ std::rotl(shortHashes[Q], 21) ^ std::rotl(shortHashes[2 * Q], 42);
     h ^= h >> 29;
     h *= K2;
     return h ^ (h >> 32);
@@ -330,14 +325,32 @@ std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype>
     const int wordBits = int(std::bit_width(size_t(std::max<qsizetype>(2, pieces / 8)) - 1));
     std::vector<quint64> filter(size_t(1) << wordBits, 0);
     quint64 *words = filter.data();
+    std::vector<quint64> shortHashes;
     for (size_t d = 0; d <= lastOpen; ++d) {
         const QString &line = lines[distinct[d]];
+        const qsizetype count = line.size() - Long + 1;
+        if (count <= 0) {
+            if (!proven[d])
+                open.push_back(int(d));
+            continue;
+        }
+        shortHashes.resize(size_t(line.size() - Q + 1));
         const char16_t *c = chars(line);
+        for (size_t pos = 0; pos < shortHashes.size(); ++pos)
+            shortHashes[pos] = pieceHash(c + pos);
+        const quint64 *hashes = shortHashes.data();
+        // Words are fetched a few pieces ahead, so the filter's cache misses
+        // overlap (it is larger than the cache on big files).
+        constexpr qsizetype Ahead = 16;
+        for (qsizetype pos = 0; pos < std::min(Ahead, count); ++pos)
+            __builtin_prefetch(words + (longPieceHash(hashes + pos) >> (64 - wordBits)));
         bool fresh = proven[d];
         // A line's own pieces go in as it is read: at worst one of them
         // hides another of the same line, which only loses a proof.
-        for (qsizetype pos = 0, last = line.size() - Long; pos <= last; ++pos) {
-            const quint64 h = longPieceHash(c + pos);
+        for (qsizetype pos = 0; pos < count; ++pos) {
+            if (pos + Ahead < count)
+                __builtin_prefetch(words + (longPieceHash(hashes + pos + Ahead) >> (64 - wordBits)));
+            const quint64 h = longPieceHash(hashes + pos);
             const quint64 bits = (quint64(1) << (h & 63)) | (quint64(1) << ((h >> 6) & 63)) | (quint64(1) << ((h >> 12) & 63));
             quint64 &word = words[h >> (64 - wordBits)];
             fresh = fresh || (word & bits) != bits;
@@ -508,12 +521,80 @@ std::vector<bool> repeatsByAutomaton(const QStringList &lines, const std::vector
     return repeated;
 }
 
+// Finds, beside a place of an array, the nearest place whose value is
+// below a limit: minima of blocks, and a sparse table over those, skip the
+// blocks that have none, so a search scans at most two blocks.
+class NearestBelow {
+public:
+    explicit NearestBelow(const std::vector<saidx_t> &values)
+        : m_values(values)
+    {
+        const size_t blocks = (values.size() + Block - 1) / Block;
+        m_table.emplace_back(blocks);
+        for (size_t b = 0; b < blocks; ++b)
+            m_table[0][b] = *std::min_element(values.begin() + b * Block, values.begin() + std::min(values.size(), (b + 1) * Block));
+        for (size_t span = 2; span <= blocks; span *= 2) {
+            const std::vector<saidx_t> &below = m_table.back();
+            std::vector<saidx_t> level(blocks - span + 1);
+            for (size_t b = 0; b < level.size(); ++b)
+                level[b] = std::min(below[b], below[b + span / 2]);
+            m_table.push_back(std::move(level));
+        }
+    }
+    // The value at the nearest place before i, or after it, that is below
+    // the limit; -1 when there is none.
+    saidx_t before(size_t i, saidx_t limit) const
+    {
+        const size_t block = i / Block;
+        for (size_t j = i; j-- > block * Block;)
+            if (m_values[j] < limit)
+                return m_values[j];
+        // Whole blocks are skipped, largest spans first, while they hold no
+        // value below the limit.
+        size_t end = block;
+        for (size_t level = m_table.size(); level-- > 0;) {
+            const size_t span = size_t(1) << level;
+            if (end >= span && m_table[level][end - span] >= limit)
+                end -= span;
+        }
+        if (end == 0)
+            return -1;
+        for (size_t j = end * Block; j-- > (end - 1) * Block;)
+            if (m_values[j] < limit)
+                return m_values[j];
+        return -1;  // not reached: that block's minimum is below the limit
+    }
+    saidx_t after(size_t i, saidx_t limit) const
+    {
+        const size_t block = i / Block, blocks = m_table[0].size();
+        for (size_t j = i + 1; j < std::min(m_values.size(), (block + 1) * Block); ++j)
+            if (m_values[j] < limit)
+                return m_values[j];
+        size_t from = block + 1;
+        for (size_t level = m_table.size(); level-- > 0;) {
+            const size_t span = size_t(1) << level;
+            if (from + span <= blocks && m_table[level][from] >= limit)
+                from += span;
+        }
+        if (from >= blocks)
+            return -1;
+        for (size_t j = from * Block; j < std::min(m_values.size(), (from + 1) * Block); ++j)
+            if (m_values[j] < limit)
+                return m_values[j];
+        return -1;
+    }
+
+private:
+    static constexpr size_t Block = 128;
+    const std::vector<saidx_t> &m_values;
+    std::vector<std::vector<saidx_t>> m_table;
+};
+
 // The lines written one after another and every place in them sorted by the
 // text that follows it (a suffix array). The places where a line occurs are
 // one range of that order around the line's own place, so if any of them
 // lies in an earlier line, the nearest place on either side of the line's
-// own that lies before it does: two passes over the order with a stack find
-// those, and one comparison each tells.
+// own that lies before it does, and one comparison each tells.
 std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
 {
     const Codes codes(lines);
@@ -538,34 +619,27 @@ std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<
     if (total > 0 && divsufsort(text.data(), suffixes.data(), total) != 0)
         throw std::bad_alloc();
 
-    // Which places begin an open line, and which one.
+    // Where each open line's own place is in that order: one pass.
     std::vector<quint64> isOpen(size_t(total) / 64 + 1, 0);
     for (int d : open)
         isOpen[size_t(start[size_t(d)]) / 64] |= quint64(1) << (start[size_t(d)] % 64);
-    std::vector<int> openIndex(distinct.size(), -1);
-    for (size_t k = 0; k < open.size(); ++k)
-        openIndex[size_t(open[k])] = int(k);
+    std::vector<saidx_t> rank(distinct.size());
+    for (size_t i = 0; i < suffixes.size(); ++i) {
+        const saidx_t place = suffixes[i];
+        if (isOpen[size_t(place) / 64] >> (place % 64) & 1)
+            rank[size_t(std::upper_bound(start.begin(), start.end(), place) - start.begin() - 1)] = saidx_t(i);
+    }
 
+    const NearestBelow nearest(suffixes);
     std::vector<bool> repeated(open.size());
-    std::vector<saidx_t> before;  // places before the current one, rising
-    const auto pass = [&](auto first, auto last) {
-        before.clear();
-        for (auto it = first; it != last; ++it) {
-            const saidx_t place = *it;
-            while (!before.empty() && before.back() > place)
-                before.pop_back();
-            if (isOpen[size_t(place) / 64] >> (place % 64) & 1) {
-                const size_t d = size_t(std::upper_bound(start.begin(), start.end(), place) - start.begin() - 1);
-                const size_t length = size_t(start[d + 1] - place - 1);
-                const int k = openIndex[d];
-                if (!before.empty() && std::memcmp(text.data() + before.back(), text.data() + place, length) == 0)
-                    repeated[size_t(k)] = true;
-            }
-            before.push_back(place);
-        }
-    };
-    pass(suffixes.begin(), suffixes.end());
-    pass(suffixes.rbegin(), suffixes.rend());
+    for (size_t k = 0; k < open.size(); ++k) {
+        const size_t d = size_t(open[k]);
+        const saidx_t own = start[d];
+        const size_t length = size_t(start[d + 1] - own - 1);
+        for (saidx_t other : {nearest.before(size_t(rank[d]), own), nearest.after(size_t(rank[d]), own)})
+            if (other >= 0 && std::memcmp(text.data() + other, text.data() + own, length) == 0)
+                repeated[k] = true;
+    }
     return repeated;
 }
 
