@@ -240,13 +240,13 @@ namespace {
 // left for the end of a line, so no match runs from one line into the next.
 class Codes {
 public:
-    explicit Codes(const QStringList &lines)
+    Codes(const QStringList &lines, const std::vector<qsizetype> &which)
         : m_rank(0x10000)
     {
         std::vector<quint32> count(0x10000);
         std::vector<char16_t> used;  // only these are ever asked for
-        for (const QString &line : lines)
-            for (QChar c : line)
+        for (qsizetype i : which)
+            for (QChar c : lines[i])
                 if (count[c.unicode()]++ == 0)
                     used.push_back(c.unicode());
         std::sort(used.begin(), used.end(), [&](char16_t a, char16_t b) { return count[a] > count[b] || (count[a] == count[b] && a < b); });
@@ -298,7 +298,7 @@ inline quint64 longPieceHash(const quint64 *shortHashes)
 // says "maybe" for every piece it saw and for a few it did not, so a "no"
 // proves the piece new and a wrong "maybe" only leaves a line to the sure
 // check.
-std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype> &distinct)
+std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype> &distinct, qint64 enough)
 {
     std::vector<bool> proven(distinct.size());
     qsizetype longest = 0, pieces = 0;
@@ -330,8 +330,10 @@ std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype>
         const QString &line = lines[distinct[d]];
         const qsizetype count = line.size() - Long + 1;
         if (count <= 0) {
-            if (!proven[d])
+            if (!proven[d]) {
                 open.push_back(int(d));
+                enough -= line.size() + 1;
+            }
             continue;
         }
         shortHashes.resize(size_t(line.size() - Q + 1));
@@ -356,8 +358,18 @@ std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype>
             fresh = fresh || (word & bits) != bits;
             word |= bits;
         }
-        if (!fresh)
+        if (!fresh) {
             open.push_back(int(d));
+            // Once the open lines are too many for the automaton, every
+            // place gets sorted anyway and proofs would save only the
+            // comparisons: the rest of the lines stay open.
+            if ((enough -= line.size() + 1) < 0) {
+                for (size_t rest = d + 1; rest < distinct.size(); ++rest)
+                    if (!proven[rest])
+                        open.push_back(int(rest));
+                break;
+            }
+        }
     }
     return open;
 }
@@ -597,7 +609,7 @@ private:
 // own that lies before it does, and one comparison each tells.
 std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
 {
-    const Codes codes(lines);
+    const Codes codes(lines, distinct);
     std::vector<saidx_t> start(distinct.size() + 1);
     saidx_t total = 0;
     for (size_t d = 0; d < distinct.size(); ++d) {
@@ -666,13 +678,16 @@ std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines)
                 size += lines[i].size() + 1;
             }
     }
-    const std::vector<int> open = unproven(lines, distinct);
+    // The automaton takes about 40 bytes a character of the open lines, the
+    // sorting 5 to 15 a character of all: the automaton while that is less.
+    const qint64 automatonLimit = size / 8;
+    const std::vector<int> open = unproven(lines, distinct, automatonLimit);
     if (open.empty())
         return kept;
     qint64 openSize = 0;
     for (int d : open)
         openSize += lines[distinct[size_t(d)]].size() + 1;
-    const std::vector<bool> repeated = openSize <= size / 8 ? repeatsByAutomaton(lines, distinct, open) : repeatsBySuffixes(lines, distinct, open);
+    const std::vector<bool> repeated = openSize <= automatonLimit ? repeatsByAutomaton(lines, distinct, open) : repeatsBySuffixes(lines, distinct, open);
     for (size_t k = 0; k < open.size(); ++k)
         if (repeated[k])
             kept[size_t(distinct[size_t(open[k])])] = false;
