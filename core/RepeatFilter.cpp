@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstring>
 #include <divsufsort.h>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -538,13 +539,22 @@ std::vector<bool> repeatsByAutomaton(const QStringList &lines, const std::vector
 // blocks that have none, so a search scans at most two blocks.
 class NearestBelow {
 public:
-    explicit NearestBelow(const std::vector<saidx_t> &values)
+    // Calls visit(i, value) for each place on the way (the one pass that
+    // reads them all).
+    template<class Visit>
+    NearestBelow(const std::vector<saidx_t> &values, Visit &&visit)
         : m_values(values)
     {
         const size_t blocks = (values.size() + Block - 1) / Block;
         m_table.emplace_back(blocks);
-        for (size_t b = 0; b < blocks; ++b)
-            m_table[0][b] = *std::min_element(values.begin() + b * Block, values.begin() + std::min(values.size(), (b + 1) * Block));
+        for (size_t b = 0; b < blocks; ++b) {
+            saidx_t low = std::numeric_limits<saidx_t>::max();
+            for (size_t i = b * Block, end = std::min(values.size(), (b + 1) * Block); i < end; ++i) {
+                low = std::min(low, values[i]);
+                visit(i, values[i]);
+            }
+            m_table[0][b] = low;
+        }
         for (size_t span = 2; span <= blocks; span *= 2) {
             const std::vector<saidx_t> &below = m_table.back();
             std::vector<saidx_t> level(blocks - span + 1);
@@ -631,18 +641,15 @@ std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<
     if (total > 0 && divsufsort(text.data(), suffixes.data(), total) != 0)
         throw std::bad_alloc();
 
-    // Where each open line's own place is in that order: one pass.
+    // Where each open line's own place is in that order.
     std::vector<quint64> isOpen(size_t(total) / 64 + 1, 0);
     for (int d : open)
         isOpen[size_t(start[size_t(d)]) / 64] |= quint64(1) << (start[size_t(d)] % 64);
     std::vector<saidx_t> rank(distinct.size());
-    for (size_t i = 0; i < suffixes.size(); ++i) {
-        const saidx_t place = suffixes[i];
+    const NearestBelow nearest(suffixes, [&](size_t i, saidx_t place) {
         if (isOpen[size_t(place) / 64] >> (place % 64) & 1)
             rank[size_t(std::upper_bound(start.begin(), start.end(), place) - start.begin() - 1)] = saidx_t(i);
-    }
-
-    const NearestBelow nearest(suffixes);
+    });
     std::vector<bool> repeated(open.size());
     for (size_t k = 0; k < open.size(); ++k) {
         const size_t d = size_t(open[k]);
@@ -662,7 +669,7 @@ std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<
 // by a piece no earlier line has. The lines left are searched for: by one
 // automaton pass when they are few (its memory grows with their size), else
 // by sorting every place in the lines.
-std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines)
+std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines, Way *taken)
 {
     std::vector<bool> kept(size_t(lines.size()));
     std::vector<qsizetype> distinct;
@@ -682,12 +689,17 @@ std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines)
     // sorting 5 to 15 a character of all: the automaton while that is less.
     const qint64 automatonLimit = size / 8;
     const std::vector<int> open = unproven(lines, distinct, automatonLimit);
-    if (open.empty())
-        return kept;
-    qint64 openSize = 0;
-    for (int d : open)
-        openSize += lines[distinct[size_t(d)]].size() + 1;
-    const std::vector<bool> repeated = openSize <= automatonLimit ? repeatsByAutomaton(lines, distinct, open) : repeatsBySuffixes(lines, distinct, open);
+    Way way = Way::Proofs;
+    std::vector<bool> repeated;
+    if (!open.empty()) {
+        qint64 openSize = 0;
+        for (int d : open)
+            openSize += lines[distinct[size_t(d)]].size() + 1;
+        way = openSize <= automatonLimit ? Way::Automaton : Way::Sorting;
+        repeated = way == Way::Automaton ? repeatsByAutomaton(lines, distinct, open) : repeatsBySuffixes(lines, distinct, open);
+    }
+    if (taken)
+        *taken = way;
     for (size_t k = 0; k < open.size(); ++k)
         if (repeated[k])
             kept[size_t(distinct[size_t(open[k])])] = false;
