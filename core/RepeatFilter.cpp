@@ -251,9 +251,13 @@ public:
                 if (count[c.unicode()]++ == 0)
                     used.push_back(c.unicode());
         std::sort(used.begin(), used.end(), [&](char16_t a, char16_t b) { return count[a] > count[b] || (count[a] == count[b] && a < b); });
-        for (size_t r = 0; r < used.size(); ++r)
+        for (size_t r = 0; r < used.size(); ++r) {
             m_rank[used[r]] = quint16(r);
+            m_bytes += qint64(count[used[r]]) * length(quint32(r));
+        }
     }
+    // The length of all the lines' codes.
+    qint64 bytes() const { return m_bytes; }
     static int length(quint32 rank) { return rank < One ? 1 : rank < One + Two ? 2 : 3; }
     quint32 rank(QChar c) const { return m_rank[c.unicode()]; }
     static quint8 *put(quint8 *out, quint32 rank)
@@ -276,6 +280,7 @@ public:
 private:
     static constexpr quint32 One = 127, Two = 48 * 64;  // then 16 * 64 * 64 more
     std::vector<quint16> m_rank;
+    qint64 m_bytes = 0;
 };
 
 constexpr int Long = 24;  // length of a piece that proves a line new: 48 bytes
@@ -620,22 +625,17 @@ private:
 std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
 {
     const Codes codes(lines, distinct);
+    const saidx_t total = saidx_t(codes.bytes() + qint64(distinct.size()));  // and an end for each line
     std::vector<saidx_t> start(distinct.size() + 1);
-    saidx_t total = 0;
-    for (size_t d = 0; d < distinct.size(); ++d) {
-        start[d] = total;
-        for (QChar c : lines[distinct[d]])
-            total += Codes::length(codes.rank(c));
-        ++total;  // the end of the line
-    }
-    start.back() = total;
     std::vector<quint8> text(static_cast<size_t>(total));
     quint8 *out = text.data();
-    for (qsizetype i : distinct) {
-        for (QChar c : lines[i])
+    for (size_t d = 0; d < distinct.size(); ++d) {
+        start[d] = saidx_t(out - text.data());
+        for (QChar c : lines[distinct[d]])
             out = Codes::put(out, codes.rank(c));
         *out++ = 0;
     }
+    start.back() = total;
 
     std::vector<saidx_t> suffixes(static_cast<size_t>(total));
     if (total > 0 && divsufsort(text.data(), suffixes.data(), total) != 0)
