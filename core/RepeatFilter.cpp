@@ -241,6 +241,7 @@ namespace {
 // left for the end of a line, so no match runs from one line into the next.
 class Codes {
 public:
+    // Codes for the lines whose indices are in which.
     Codes(const QStringList &lines, const std::vector<qsizetype> &which)
         : m_rank(0x10000)
     {
@@ -393,6 +394,7 @@ public:
         for (int d : open)
             size += lines[distinct[size_t(d)]].size();
         m_mask = std::bit_ceil(size_t(2 * size)) - 1;
+        m_shift = 64 - std::bit_width(m_mask);
         m_keys.assign(m_mask + 1, Empty);
         m_values.resize(m_mask + 1);
         addNode(-1, 0);
@@ -487,7 +489,7 @@ private:
         return int(m_parent.size() - 1);
     }
     static quint64 key(int node, char16_t unit) { return (quint64(node) << 16) | unit; }
-    size_t slot(quint64 k) const { return size_t((k * K1) >> 40) & m_mask; }
+    size_t slot(quint64 k) const { return size_t((k * K1) >> m_shift); }
     int next(int node, char16_t unit) const
     {
         if (node == Root)
@@ -512,6 +514,7 @@ private:
 
     std::vector<int> m_rootNext;
     size_t m_mask = 0;
+    int m_shift = 64;  // the product's top bits pick the slot
     std::vector<quint64> m_keys;
     std::vector<int> m_values;
     std::vector<int> m_parent, m_link, m_output, m_pattern;
