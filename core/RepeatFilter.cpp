@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstring>
 #include <divsufsort.h>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -240,19 +241,24 @@ namespace {
 // left for the end of a line, so no match runs from one line into the next.
 class Codes {
 public:
-    explicit Codes(const QStringList &lines)
+    // Codes for the lines whose indices are in which.
+    Codes(const QStringList &lines, const std::vector<qsizetype> &which)
         : m_rank(0x10000)
     {
         std::vector<quint32> count(0x10000);
         std::vector<char16_t> used;  // only these are ever asked for
-        for (const QString &line : lines)
-            for (QChar c : line)
+        for (qsizetype i : which)
+            for (QChar c : lines[i])
                 if (count[c.unicode()]++ == 0)
                     used.push_back(c.unicode());
         std::sort(used.begin(), used.end(), [&](char16_t a, char16_t b) { return count[a] > count[b] || (count[a] == count[b] && a < b); });
-        for (size_t r = 0; r < used.size(); ++r)
+        for (size_t r = 0; r < used.size(); ++r) {
             m_rank[used[r]] = quint16(r);
+            m_bytes += qint64(count[used[r]]) * length(quint32(r));
+        }
     }
+    // The length of all the lines' codes.
+    qint64 bytes() const { return m_bytes; }
     static int length(quint32 rank) { return rank < One ? 1 : rank < One + Two ? 2 : 3; }
     quint32 rank(QChar c) const { return m_rank[c.unicode()]; }
     static quint8 *put(quint8 *out, quint32 rank)
@@ -275,19 +281,288 @@ public:
 private:
     static constexpr quint32 One = 127, Two = 48 * 64;  // then 16 * 64 * 64 more
     std::vector<quint16> m_rank;
+    qint64 m_bytes = 0;
 };
 
-// The smallest value in any range of an array, in time independent of the
-// range's size: minima of blocks, and a sparse table over those.
-class RangeMin {
+constexpr int Long = 24;  // length of a piece that proves a line new: 48 bytes
+
+// A long piece's hash from the hashes of its three short pieces, mixed so
+// that every bit depends on all of them (the filter below takes its word
+// and its bits from different bits).
+inline quint64 longPieceHash(const quint64 *shortHashes)
+{
+    quint64 h = shortHashes[0] ^ std::rotl(shortHashes[Q], 21) ^ std::rotl(shortHashes[2 * Q], 42);
+    h ^= h >> 29;
+    h *= K2;
+    return h ^ (h >> 32);
+}
+
+// Which distinct lines might repeat (indices into distinct, in order); the
+// others are proven new cheaply. A line with no longer line before it can
+// only lie inside a line of its own length, that is, be the same line. A
+// line with a piece of Long characters that no earlier line has cannot lie
+// inside one either: the pieces of earlier lines are kept in a filter that
+// says "maybe" for every piece it saw and for a few it did not, so a "no"
+// proves the piece new and a wrong "maybe" only leaves a line to the sure
+// check.
+std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype> &distinct, qint64 enough)
+{
+    std::vector<bool> proven(distinct.size());
+    qsizetype longest = 0, pieces = 0;
+    size_t lastOpen = 0;
+    bool anyOpen = false;
+    for (size_t d = 0; d < distinct.size(); ++d) {
+        const qsizetype length = lines[distinct[d]].size();
+        proven[d] = length >= longest;
+        if (!proven[d]) {
+            anyOpen = true;
+            lastOpen = d;
+        }
+        longest = std::max(longest, length);
+        pieces += std::max<qsizetype>(0, length - Long + 1);
+    }
+    std::vector<int> open;
+    if (!anyOpen)
+        return open;
+
+    // A blocked filter: a piece sets three bits of one word, about 8 bits
+    // per piece, so a new piece finds its three set by others about three
+    // times in a hundred (more bits cost more in cache misses than the few
+    // lines they would prove).
+    const int wordBits = int(std::bit_width(size_t(std::max<qsizetype>(2, pieces / 8)) - 1));
+    std::vector<quint64> filter(size_t(1) << wordBits, 0);
+    quint64 *words = filter.data();
+    std::vector<quint64> shortHashes;
+    for (size_t d = 0; d <= lastOpen; ++d) {
+        const QString &line = lines[distinct[d]];
+        const qsizetype count = line.size() - Long + 1;
+        if (count <= 0) {
+            if (!proven[d]) {
+                open.push_back(int(d));
+                enough -= line.size() + 1;
+            }
+            continue;
+        }
+        shortHashes.resize(size_t(line.size() - Q + 1));
+        const char16_t *c = chars(line);
+        for (size_t pos = 0; pos < shortHashes.size(); ++pos)
+            shortHashes[pos] = pieceHash(c + pos);
+        const quint64 *hashes = shortHashes.data();
+        // Words are fetched a few pieces ahead, so the filter's cache misses
+        // overlap (it is larger than the cache on big files).
+        constexpr qsizetype Ahead = 16;
+        for (qsizetype pos = 0; pos < std::min(Ahead, count); ++pos)
+            __builtin_prefetch(words + (longPieceHash(hashes + pos) >> (64 - wordBits)));
+        bool fresh = proven[d];
+        // A line's own pieces go in as it is read: at worst one of them
+        // hides another of the same line, which only loses a proof.
+        for (qsizetype pos = 0; pos < count; ++pos) {
+            if (pos + Ahead < count)
+                __builtin_prefetch(words + (longPieceHash(hashes + pos + Ahead) >> (64 - wordBits)));
+            const quint64 h = longPieceHash(hashes + pos);
+            const quint64 bits = (quint64(1) << (h & 63)) | (quint64(1) << ((h >> 6) & 63)) | (quint64(1) << ((h >> 12) & 63));
+            quint64 &word = words[h >> (64 - wordBits)];
+            fresh = fresh || (word & bits) != bits;
+            word |= bits;
+        }
+        if (!fresh) {
+            open.push_back(int(d));
+            // Once the open lines are too many for the automaton, every
+            // place gets sorted anyway and proofs would save only the
+            // comparisons: the rest of the lines stay open.
+            if ((enough -= line.size() + 1) < 0) {
+                for (size_t rest = d + 1; rest < distinct.size(); ++rest)
+                    if (!proven[rest])
+                        open.push_back(int(rest));
+                break;
+            }
+        }
+    }
+    return open;
+}
+
+// Aho-Corasick over the open lines: one pass over the lines up to the last
+// open one finds, for each open line, the first line it occurs in. When a
+// pass finds a line it has found before, every open line inside that one was
+// found then too, so the reports cost no more than the lines.
+class Automaton {
 public:
-    explicit RangeMin(const std::vector<saidx_t> &values)
+    Automaton(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
+        : m_rootNext(0x10000, -1)
+    {
+        qsizetype size = 1;
+        for (int d : open)
+            size += lines[distinct[size_t(d)]].size();
+        m_mask = std::bit_ceil(size_t(2 * size)) - 1;
+        m_shift = 64 - std::bit_width(m_mask);
+        m_keys.assign(m_mask + 1, Empty);
+        m_values.resize(m_mask + 1);
+        addNode(-1, 0);
+        for (size_t k = 0; k < open.size(); ++k) {
+            int node = Root;
+            for (QChar ch : lines[distinct[size_t(open[k])]]) {
+                const char16_t u = ch.unicode();
+                int child = next(node, u);
+                if (child < 0) {
+                    child = addNode(node, u);
+                    if (node == Root)
+                        m_rootNext[u] = child;
+                    else
+                        insert(node, u, child);
+                }
+                node = child;
+            }
+            m_pattern[size_t(node)] = int(k);
+        }
+        // Links are set shallowest first: a node's link is found from its
+        // parent's, which is shallower.
+        std::vector<int> byDepth(m_parent.size());
+        {
+            std::vector<int> depth(m_parent.size(), 0), count;
+            for (size_t v = 1; v < m_parent.size(); ++v)
+                depth[v] = depth[size_t(m_parent[v])] + 1;
+            count.assign(size_t(*std::max_element(depth.begin(), depth.end())) + 2, 0);
+            for (int dep : depth)
+                ++count[size_t(dep) + 1];
+            for (size_t i = 1; i < count.size(); ++i)
+                count[i] += count[i - 1];
+            for (size_t v = 0; v < depth.size(); ++v)
+                byDepth[size_t(count[size_t(depth[v])]++)] = int(v);
+        }
+        for (int v : byDepth) {
+            if (v == Root)
+                continue;
+            const int parent = m_parent[size_t(v)];
+            int link = Root;
+            if (parent != Root)
+                for (int f = m_link[size_t(parent)];; f = m_link[size_t(f)]) {
+                    if (const int to = next(f, m_unit[size_t(v)]); to >= 0) {
+                        link = to;
+                        break;
+                    }
+                    if (f == Root)
+                        break;
+                }
+            m_link[size_t(v)] = link;
+            m_output[size_t(v)] = m_pattern[size_t(link)] >= 0 ? link : m_output[size_t(link)];
+        }
+    }
+
+    // found[k] becomes the first of the lines, in order, that open line k
+    // occurs in (its own at the latest).
+    void scan(const QStringList &lines, const std::vector<qsizetype> &distinct, size_t upTo, std::vector<int> &found) const
+    {
+        for (size_t d = 0; d <= upTo; ++d) {
+            int state = Root;
+            for (QChar ch : lines[distinct[d]]) {
+                const char16_t u = ch.unicode();
+                for (;;) {
+                    const int to = next(state, u);
+                    if (to >= 0) {
+                        state = to;
+                        break;
+                    }
+                    if (state == Root)
+                        break;
+                    state = m_link[size_t(state)];
+                }
+                for (int s = m_pattern[size_t(state)] >= 0 ? state : m_output[size_t(state)]; s >= 0; s = m_output[size_t(s)]) {
+                    int &first = found[size_t(m_pattern[size_t(s)])];
+                    if (first >= 0)
+                        break;
+                    first = int(d);
+                }
+            }
+        }
+    }
+
+private:
+    static constexpr int Root = 0;
+    static constexpr quint64 Empty = ~quint64(0);
+    int addNode(int parent, char16_t unit)
+    {
+        m_parent.push_back(parent);
+        m_unit.push_back(unit);
+        m_link.push_back(Root);
+        m_output.push_back(-1);
+        m_pattern.push_back(-1);
+        return int(m_parent.size() - 1);
+    }
+    static quint64 key(int node, char16_t unit) { return (quint64(node) << 16) | unit; }
+    size_t slot(quint64 k) const { return size_t((k * K1) >> m_shift); }
+    int next(int node, char16_t unit) const
+    {
+        if (node == Root)
+            return m_rootNext[unit];
+        const quint64 k = key(node, unit);
+        for (size_t s = slot(k);; s = (s + 1) & m_mask) {
+            if (m_keys[s] == k)
+                return m_values[s];
+            if (m_keys[s] == Empty)
+                return -1;
+        }
+    }
+    void insert(int node, char16_t unit, int child)
+    {
+        const quint64 k = key(node, unit);
+        size_t s = slot(k);
+        while (m_keys[s] != Empty)
+            s = (s + 1) & m_mask;
+        m_keys[s] = k;
+        m_values[s] = child;
+    }
+
+    std::vector<int> m_rootNext;
+    size_t m_mask = 0;
+    int m_shift = 64;  // the product's top bits pick the slot
+    std::vector<quint64> m_keys;
+    std::vector<int> m_values;
+    std::vector<int> m_parent, m_link, m_output, m_pattern;
+    std::vector<char16_t> m_unit;
+};
+
+std::vector<bool> repeatsByAutomaton(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
+{
+    std::vector<bool> repeated(open.size());
+    // The empty line is inside any line, so it repeats unless it comes first.
+    std::vector<int> patterns;
+    for (size_t k = 0; k < open.size(); ++k)
+        if (lines[distinct[size_t(open[k])]].isEmpty())
+            repeated[k] = open[k] > 0;
+        else
+            patterns.push_back(open[k]);
+    if (patterns.empty())
+        return repeated;
+    const Automaton automaton(lines, distinct, patterns);
+    std::vector<int> found(patterns.size(), -1);
+    automaton.scan(lines, distinct, size_t(patterns.back()), found);
+    for (size_t k = 0, p = 0; k < open.size(); ++k)
+        if (p < patterns.size() && patterns[p] == open[k])
+            repeated[k] = found[p] < patterns[p], ++p;
+    return repeated;
+}
+
+// Finds, beside a place of an array, the nearest place whose value is
+// below a limit: minima of blocks, and a sparse table over those, skip the
+// blocks that have none, so a search scans at most two blocks.
+class NearestBelow {
+public:
+    // Calls visit(i, value) for each place on the way (the one pass that
+    // reads them all).
+    template<class Visit>
+    NearestBelow(const std::vector<saidx_t> &values, Visit &&visit)
         : m_values(values)
     {
         const size_t blocks = (values.size() + Block - 1) / Block;
         m_table.emplace_back(blocks);
-        for (size_t b = 0; b < blocks; ++b)
-            m_table[0][b] = *std::min_element(values.begin() + b * Block, values.begin() + std::min(values.size(), (b + 1) * Block));
+        for (size_t b = 0; b < blocks; ++b) {
+            saidx_t low = std::numeric_limits<saidx_t>::max();
+            for (size_t i = b * Block, end = std::min(values.size(), (b + 1) * Block); i < end; ++i) {
+                low = std::min(low, values[i]);
+                visit(i, values[i]);
+            }
+            m_table[0][b] = low;
+        }
         for (size_t span = 2; span <= blocks; span *= 2) {
             const std::vector<saidx_t> &below = m_table.back();
             std::vector<saidx_t> level(blocks - span + 1);
@@ -296,43 +571,112 @@ public:
             m_table.push_back(std::move(level));
         }
     }
-    // Whether any value in [from, to) is below the limit.
-    bool anyBelow(size_t from, size_t to, saidx_t limit) const
+    // The value at the nearest place before i, or after it, that is below
+    // the limit; -1 when there is none.
+    saidx_t before(size_t i, saidx_t limit) const
     {
-        const size_t firstBlock = (from + Block - 1) / Block, endBlock = to / Block;
-        if (firstBlock >= endBlock)
-            return scan(from, to, limit);
-        if (scan(from, firstBlock * Block, limit) || scan(endBlock * Block, to, limit))
-            return true;
-        const int level = std::bit_width(endBlock - firstBlock) - 1;
-        const std::vector<saidx_t> &row = m_table[size_t(level)];
-        return std::min(row[firstBlock], row[endBlock - (size_t(1) << level)]) < limit;
+        const size_t block = i / Block;
+        for (size_t j = i; j-- > block * Block;)
+            if (m_values[j] < limit)
+                return m_values[j];
+        // Whole blocks are skipped, largest spans first, while they hold no
+        // value below the limit.
+        size_t end = block;
+        for (size_t level = m_table.size(); level-- > 0;) {
+            const size_t span = size_t(1) << level;
+            if (end >= span && m_table[level][end - span] >= limit)
+                end -= span;
+        }
+        if (end == 0)
+            return -1;
+        for (size_t j = end * Block; j-- > (end - 1) * Block;)
+            if (m_values[j] < limit)
+                return m_values[j];
+        return -1;  // not reached: that block's minimum is below the limit
+    }
+    saidx_t after(size_t i, saidx_t limit) const
+    {
+        const size_t block = i / Block, blocks = m_table[0].size();
+        for (size_t j = i + 1; j < std::min(m_values.size(), (block + 1) * Block); ++j)
+            if (m_values[j] < limit)
+                return m_values[j];
+        size_t from = block + 1;
+        for (size_t level = m_table.size(); level-- > 0;) {
+            const size_t span = size_t(1) << level;
+            if (from + span <= blocks && m_table[level][from] >= limit)
+                from += span;
+        }
+        if (from >= blocks)
+            return -1;
+        for (size_t j = from * Block; j < std::min(m_values.size(), (from + 1) * Block); ++j)
+            if (m_values[j] < limit)
+                return m_values[j];
+        return -1;
     }
 
 private:
     static constexpr size_t Block = 128;
-    bool scan(size_t from, size_t to, saidx_t limit) const
-    {
-        return std::any_of(m_values.begin() + from, m_values.begin() + to, [&](saidx_t v) { return v < limit; });
-    }
     const std::vector<saidx_t> &m_values;
     std::vector<std::vector<saidx_t>> m_table;
 };
 
+// The lines written one after another and every place in them sorted by the
+// text that follows it (a suffix array). The places where a line occurs are
+// one range of that order around the line's own place, so if any of them
+// lies in an earlier line, the nearest place on either side of the line's
+// own that lies before it does, and one comparison each tells.
+std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<qsizetype> &distinct, const std::vector<int> &open)
+{
+    const Codes codes(lines, distinct);
+    const saidx_t total = saidx_t(codes.bytes() + qint64(distinct.size()));  // and an end for each line
+    std::vector<saidx_t> start(distinct.size() + 1);
+    std::vector<quint8> text(static_cast<size_t>(total));
+    quint8 *out = text.data();
+    for (size_t d = 0; d < distinct.size(); ++d) {
+        start[d] = saidx_t(out - text.data());
+        for (QChar c : lines[distinct[d]])
+            out = Codes::put(out, codes.rank(c));
+        *out++ = 0;
+    }
+    start.back() = total;
+
+    std::vector<saidx_t> suffixes(static_cast<size_t>(total));
+    if (total > 0 && divsufsort(text.data(), suffixes.data(), total) != 0)
+        throw std::bad_alloc();
+
+    // Where each open line's own place is in that order.
+    std::vector<quint64> isOpen(size_t(total) / 64 + 1, 0);
+    for (int d : open)
+        isOpen[size_t(start[size_t(d)]) / 64] |= quint64(1) << (start[size_t(d)] % 64);
+    std::vector<saidx_t> rank(distinct.size());
+    const NearestBelow nearest(suffixes, [&](size_t i, saidx_t place) {
+        if (isOpen[size_t(place) / 64] >> (place % 64) & 1)
+            rank[size_t(std::upper_bound(start.begin(), start.end(), place) - start.begin() - 1)] = saidx_t(i);
+    });
+    std::vector<bool> repeated(open.size());
+    for (size_t k = 0; k < open.size(); ++k) {
+        const size_t d = size_t(open[k]);
+        const saidx_t own = start[d];
+        const size_t length = size_t(start[d + 1] - own - 1);
+        for (saidx_t other : {nearest.before(size_t(rank[d]), own), nearest.after(size_t(rank[d]), own)})
+            if (other >= 0 && std::memcmp(text.data() + other, text.data() + own, length) == 0)
+                repeated[k] = true;
+    }
+    return repeated;
+}
+
 }  // namespace
 
-// The way whose work is close to linear whatever the lines hold: the lines
-// are written one after another and every place in them is sorted by the
-// text that follows it (a suffix array). The places where a line occurs are
-// one range of that order, found by two binary searches; the line repeats
-// when the range holds a place before the line's own, which a range minimum
-// answers at once.
-std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines)
+// The sure way, close to linear in the size of the lines whatever they hold.
+// Exact repeats go first; most other lines are proven new by their length or
+// by a piece no earlier line has. The lines left are searched for: by one
+// automaton pass when they are few (its memory grows with their size), else
+// by sorting every place in the lines.
+std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines, Way *taken)
 {
-    // A line met before in full repeats at once; only the first of each
-    // text is written out (files that repeat whole lines shrink a lot).
     std::vector<bool> kept(size_t(lines.size()));
     std::vector<qsizetype> distinct;
+    qint64 size = 0;
     {
         QSet<QStringView> seen;
         seen.reserve(lines.size());
@@ -340,49 +684,28 @@ std::vector<bool> RepeatFilter::keepBySorting(const QStringList &lines)
             if (!seen.contains(lines[i])) {
                 seen.insert(lines[i]);
                 distinct.push_back(i);
+                kept[size_t(i)] = true;
+                size += lines[i].size() + 1;
             }
     }
-    const Codes codes(lines);
-    std::vector<saidx_t> start(distinct.size() + 1);
-    saidx_t total = 0;
-    for (size_t d = 0; d < distinct.size(); ++d) {
-        start[d] = total;
-        for (QChar c : lines[distinct[d]])
-            total += Codes::length(codes.rank(c));
-        ++total;  // the end of the line
+    // The automaton takes about 40 bytes a character of the open lines, the
+    // sorting 5 to 15 a character of all: the automaton while that is less.
+    const qint64 automatonLimit = size / 8;
+    const std::vector<int> open = unproven(lines, distinct, automatonLimit);
+    Way way = Way::Proofs;
+    std::vector<bool> repeated;
+    if (!open.empty()) {
+        qint64 openSize = 0;
+        for (int d : open)
+            openSize += lines[distinct[size_t(d)]].size() + 1;
+        way = openSize <= automatonLimit ? Way::Automaton : Way::Sorting;
+        repeated = way == Way::Automaton ? repeatsByAutomaton(lines, distinct, open) : repeatsBySuffixes(lines, distinct, open);
     }
-    start.back() = total;
-    std::vector<quint8> text(static_cast<size_t>(total));
-    quint8 *out = text.data();
-    for (qsizetype i : distinct) {
-        for (QChar c : lines[i])
-            out = Codes::put(out, codes.rank(c));
-        *out++ = 0;
-    }
-
-    // Every place in every line, in the order of the text that follows it.
-    std::vector<saidx_t> suffixes(static_cast<size_t>(total));
-    if (total > 0 && divsufsort(text.data(), suffixes.data(), total) != 0)
-        throw std::bad_alloc();
-    const RangeMin earliest(suffixes);
-
-    // The places where a line occurs are the suffixes that begin with it, a
-    // range of that order; the line repeats when one of them lies in an
-    // earlier line, which in the text is any place before the line's own.
-    for (size_t d = 0; d < distinct.size(); ++d) {
-        const quint8 *pattern = text.data() + start[d];
-        const size_t length = size_t(start[d + 1] - start[d] - 1);
-        // Whether the text from a place sorts before the line (or, with
-        // orBeginsWith, also whether it begins with the line).
-        const auto below = [&](saidx_t place, bool orBeginsWith) {
-            const size_t room = size_t(total - place);
-            const int c = std::memcmp(text.data() + place, pattern, std::min(room, length));
-            return c < 0 || (c == 0 && (room < length || orBeginsWith));
-        };
-        const auto first = std::partition_point(suffixes.begin(), suffixes.end(), [&](saidx_t p) { return below(p, false); });
-        const auto end = std::partition_point(first, suffixes.end(), [&](saidx_t p) { return below(p, true); });
-        kept[size_t(distinct[d])] = !earliest.anyBelow(size_t(first - suffixes.begin()), size_t(end - suffixes.begin()), start[d]);
-    }
+    if (taken)
+        *taken = way;
+    for (size_t k = 0; k < open.size(); ++k)
+        if (repeated[k])
+            kept[size_t(distinct[size_t(open[k])])] = false;
     return kept;
 }
 

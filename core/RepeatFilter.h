@@ -19,6 +19,10 @@ public:
     // Quick on the files hosts write, and nothing when the lines share so
     // many pieces that it would take more than a few passes over them.
     static std::optional<std::vector<bool>> keepByAnchors(const QStringList &lines);
-    // Close to linear in the size of the lines whatever they hold.
-    static std::vector<bool> keepBySorting(const QStringList &lines);
+    // Close to linear in the size of the lines whatever they hold: cheap
+    // proofs first, then a search for the lines they leave open (an
+    // automaton when those are few, else sorting every place in the lines).
+    // taken, when given, tells which settled it (the benchmarks show it).
+    enum class Way { Proofs, Automaton, Sorting };
+    static std::vector<bool> keepBySorting(const QStringList &lines, Way *taken = nullptr);
 };
