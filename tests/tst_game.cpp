@@ -11,6 +11,7 @@
 #include "timing/Countdown.h"
 #include "timing/Sound.h"
 #include <QTimer>
+#include <random>
 
 using game::Direction;
 using game::Game;
@@ -113,21 +114,58 @@ private Q_SLOTS:
         QCOMPARE(Globals::ShuffleArray(QStringList{"only"}), QStringList{"only"});
     }
 
-    void linesBuiltAgainstTheQuickCheckGetTheSureOne()
+    void sureWayKeepsWhatTheRuleKeeps_data()
     {
-        // Runs of one letter that differ in one place share every piece.
-        QStringList lines;
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<int>("way");
+        std::mt19937 gen(5);
+        const auto letters = [&](int n) {
+            QString s;
+            for (int k = 0; k < n; ++k)
+                s += QChar(u'a' + int(gen() % 2));
+            return s;
+        };
+        // Runs of one letter that differ in one place share every piece, so
+        // the anchors give up.
+        QStringList runs;
         for (int i = 0; i < 600; ++i)
-            lines << QString(200, QLatin1Char('a')).replace(i % 200, 1, QLatin1Char(i % 400 < 200 ? 'b' : 'c')) + " Blank";
-        lines << QString(150, QLatin1Char('a')) << QString(190, QLatin1Char('a')) + 'b' << 'b' + QString(190, QLatin1Char('a'));
-        QVERIFY(!RepeatFilter::keepByAnchors(lines));
-        const std::vector<bool> kept = RepeatFilter::keep(lines);
+            runs << QString(200, QLatin1Char('a')).replace(i % 200, 1, QLatin1Char(i % 400 < 200 ? 'b' : 'c')) + " Blank";
+        runs << QString(150, QLatin1Char('a')) << QString(190, QLatin1Char('a')) + 'b' << 'b' + QString(190, QLatin1Char('a'));
+        QTest::newRow("automaton") << runs << int(RepeatFilter::Way::Automaton);
+        // Random lines: each new by a piece no earlier line has, or a repeat
+        // in full.
+        QStringList random;
+        for (int i = 0; i < 300; ++i)
+            random << letters(240 - i % 7);
+        random << random[3] << random[299];
+        QTest::newRow("proofs") << random << int(RepeatFilter::Way::Proofs);
+        // Many shorter lines built from pieces of a few long ones: some inside
+        // one, some only made of its pieces; more text than the long ones.
+        QStringList many = random.mid(0, 40);
+        for (int i = 0; i < 600; ++i) {
+            QString part = many[int(gen() % 40)].mid(int(gen() % 60), 25 + int(gen() % 150));
+            if (i % 3 == 0)
+                part[int(gen() % part.size())] = u'c';
+            many << part;
+        }
+        QTest::newRow("sorting") << many << int(RepeatFilter::Way::Sorting);
+    }
+    void sureWayKeepsWhatTheRuleKeeps()
+    {
+        QFETCH(QStringList, lines);
+        QFETCH(int, way);
+        RepeatFilter::Way taken{};
+        const std::vector<bool> kept = RepeatFilter::keepBySorting(lines, &taken);
+        QCOMPARE(int(taken), way);
         for (qsizetype i = 0; i < lines.size(); ++i) {
             bool inside = false;
             for (qsizetype j = 0; j < i && !inside; ++j)
                 inside = lines[j].contains(lines[i]);
             QVERIFY2(kept[size_t(i)] == !inside, qPrintable(QString::number(i)));
         }
+        if (way == int(RepeatFilter::Way::Automaton))  // the quick way gives up on these
+            QVERIFY(!RepeatFilter::keepByAnchors(lines));
+        QCOMPARE(RepeatFilter::keep(lines), kept);
     }
 
     void scorePoints_data()
