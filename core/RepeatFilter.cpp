@@ -638,6 +638,7 @@ std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<
             out = Codes::put(out, codes.rank(c));
         *out++ = 0;
     }
+    Q_ASSERT(out == text.data() + total);  // the codes' lengths were counted right
     start.back() = total;
 
     std::vector<saidx_t> suffixes(static_cast<size_t>(total));

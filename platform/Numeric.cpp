@@ -4,6 +4,14 @@
 
 namespace platform {
 
+namespace {
+// Digits of other scripts are not numbers to the program.
+bool isAsciiDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+}  // namespace
+
 std::optional<double> parseNumber(const QString &text, const QLocale &locale)
 {
     const QString t = text.trimmed();
@@ -16,11 +24,11 @@ std::optional<double> parseNumber(const QString &text, const QLocale &locale)
     if (t[i] == '+' || t[i] == '-')
         canonical += t[i++];
     int digits = 0;
-    while (i < n && t[i].isDigit() && t[i].unicode() < 128) { canonical += t[i++]; ++digits; }
+    while (i < n && isAsciiDigit(t[i])) { canonical += t[i++]; ++digits; }
     if (i < n && (t[i] == point)) {
         canonical += '.';
         ++i;
-        while (i < n && t[i].isDigit() && t[i].unicode() < 128) { canonical += t[i++]; ++digits; }
+        while (i < n && isAsciiDigit(t[i])) { canonical += t[i++]; ++digits; }
     }
     if (digits == 0)
         return std::nullopt;
@@ -30,7 +38,7 @@ std::optional<double> parseNumber(const QString &text, const QLocale &locale)
         if (i < n && (t[i] == '+' || t[i] == '-'))
             canonical += t[i++];
         int expDigits = 0;
-        while (i < n && t[i].isDigit() && t[i].unicode() < 128) { canonical += t[i++]; ++expDigits; }
+        while (i < n && isAsciiDigit(t[i])) { canonical += t[i++]; ++expDigits; }
         if (expDigits == 0)
             return std::nullopt;
     }

@@ -117,7 +117,6 @@ public:
     Reader(const QByteArray &bytes, QTextDocument *document)
         : m_p(bytes.constData()), m_end(bytes.constData() + bytes.size()), m_cursor(document)
     {
-        m_stack.reserve(64);
         m_stack.emplace_back();
     }
 
@@ -125,7 +124,7 @@ public:
     {
         // One edit block: the layout is redone once, not for every run of text.
         m_cursor.beginEditBlock();
-        while (m_p < m_end) {
+        while (m_p != m_end) {
             const char c = *m_p++;
             if (c == '{' || c == '}') {
                 m_pendingFallback = 0;  // a group ends the characters standing in for \uN

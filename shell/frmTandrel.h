@@ -93,7 +93,7 @@ public:
     void txtPlayer_DblClick(qint16 index);
     void PageUpDown(qint16 &keyCode);
     // The key codes the game knows, numbered as the program always has.
-    enum KeyCode : qint16 { KeyPageUp = 33, KeyPageDown = 34, KeyLeft = 37, KeyUp = 38, KeyRight = 39, KeyDown = 40 };
+    enum KeyCode : qint16 { KeyPageUp = 33, KeyPageDown = 34, KeyEnd = 35, KeyHome = 36, KeyLeft = 37, KeyUp = 38, KeyRight = 39, KeyDown = 40 };
     static qint16 keyCodeOf(int qtKey);
 
     // ---- Countdown, sound and settings -------------------------------------

@@ -173,7 +173,7 @@ void frmTandrel::ChangePlayer(const QString &direction)
             const int w = change.winners.first();
             runWinDialog(game::winnerMessage(m_game.name(w), m_game.score(w)), false);
             startNewGameAfterWin();
-        } else if (change.winners.size() > 1) {
+        } else if (!change.winners.isEmpty()) {
             QStringList names;
             for (int w : change.winners)
                 names.append(m_game.name(w));

@@ -57,19 +57,9 @@ qint16 frmTandrel::keyCodeOf(int qtKey)
     case Qt::Key_Up: return KeyUp;
     case Qt::Key_Right: return KeyRight;
     case Qt::Key_Down: return KeyDown;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab: return 9;
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Space: return 32;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Delete: return 46;
-    default:
-        if ((qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9) || (qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z))
-            return qint16(qtKey);
-        return 0;
+    case Qt::Key_End: return KeyEnd;
+    case Qt::Key_Home: return KeyHome;
+    default: return 0;  // no key the game acts on
     }
 }
 
@@ -119,7 +109,7 @@ bool frmTandrel::listKeyPress(QObject *list, QKeyEvent *event)
     // would pick an entry directly never reach it.
     const bool arrow = code >= KeyLeft && code <= KeyDown;
     const bool typed = !event->text().trimmed().isEmpty() && event->text().at(0).isPrint();
-    const bool picks = code == KeyPageUp || code == KeyPageDown || code == 35 || code == 36 || (typed && !arrow);
+    const bool picks = code == KeyPageUp || code == KeyPageDown || code == KeyEnd || code == KeyHome || (typed && !arrow);
     if (!picks)
         list->event(event);  // the list itself, past this filter
     // A key that changed nothing leaves no undo waiting for the next mouse choice.

@@ -148,6 +148,11 @@ private Q_SLOTS:
                 part[int(gen() % part.size())] = u'c';
             many << part;
         }
+        // And a line of more characters than have one-byte codes.
+        QString wide;
+        for (char16_t c = 0x100; c < 0x1C8; ++c)
+            wide += QChar(c);
+        many.prepend(wide);
         QTest::newRow("sorting") << many << int(RepeatFilter::Way::Sorting);
     }
     void sureWayKeepsWhatTheRuleKeeps()

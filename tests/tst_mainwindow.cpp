@@ -323,6 +323,19 @@ private Q_SLOTS:
         QCOMPARE(screenfit::scaled(QRect(8, 42, 100, 30), f).right() + 1, screenfit::scaled(QRect(108, 42, 50, 30), f).left());
     }
 
+    void questionTakesTheLargestSizeThatFits()
+    {
+        QLabel label(QStringLiteral("Exactly this wide"));
+        QFont font = label.font();
+        font.setPointSizeF(20);
+        const QSize need = QFontMetrics(font).boundingRect(QRect(0, 0, 2000, 2000), Qt::TextWordWrap | Qt::AlignCenter, label.text()).size();
+        for (int less : {0, 1}) {
+            label.resize(need - QSize(0, less));
+            screenfit::fitText(&label, 20);
+            QCOMPARE(label.font().pointSizeF(), 20.0 - less);  // a pixel too few: a point smaller
+        }
+    }
+
     void fullScreenScalesEverythingAndComesBack()
     {
         GameWindow g;

@@ -86,6 +86,7 @@ private Q_SLOTS:
         row("symbols", "{\\rtf1 a\\~b\\_c\\-d}", u"a\u00A0b\u2011cd"_qs);
         row("escaped braces and backslash", "{\\rtf1 \\\\ \\{ \\}}", "\\ { }");
         row("word delimiters", "{\\rtf1\\b  two\\b0\\i1x}", " twox");
+        row("stray close brace", "{\\rtf1 a}}b}", "ab");
         row("raw line ends", "{\\rtf1 ab\r\ncd\ref}", "abcdef");
         row("named quotes", "{\\rtf1\\ldblquote x\\rdblquote\\emdash}", u"“x”—"_qs);
         // Parts left out.
