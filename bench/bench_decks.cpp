@@ -138,9 +138,9 @@ int main(int argc, char *argv[])
                                          std::pair{QStringLiteral("TandrelPhrases.txt"), Kind::Phrase}}) {
             const QString path = args[2] + QLatin1Char('/') + name;
             qsizetype count = 0;
-            const double read = best(5, [&] { count = platform::readAllLines(path).size(); });
+            const double read = best(11, [&] { count = platform::readAllLines(path).size(); });
             qsizetype entries = 0;
-            const double load = best(5, [&] { entries = decks::LoadDeck(kind, path)->size(); });
+            const double load = best(11, [&] { entries = decks::LoadDeck(kind, path)->size(); });
             std::printf("%-20s lines %6lld  entries %6lld  read+split %8.1f ms  load+shuffle %8.1f ms  ratio %.2f\n",
                         qPrintable(name), (long long)count, (long long)entries, read, load, load / read);
             if (literal) {

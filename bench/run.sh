@@ -20,7 +20,7 @@ out=bench/out
 mkdir -p "$out"
 bin=build/bin/bench_decks
 "$bin" generate "$out"
-echo "== Question files: load + shuffle against read + split (best of 5)"
+echo "== Question files: load + shuffle against read + split (best of 11)"
 "$bin" time "$out" "${deck_args[@]}"
 echo "== Peak memory (separate processes)"
 for f in TandrelLines.txt TandrelPhrases.txt; do

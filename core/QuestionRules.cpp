@@ -1,6 +1,7 @@
 #include "core/QuestionRules.h"
 #include "core/RepeatFilter.h"
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -56,6 +57,15 @@ bool isAscii(QStringView text)
     // ASCII sets no bit above the seventh.
     return std::none_of(text.begin(), text.end(), [](QChar c) { return c.unicode() & 0xFF80; });
 }
+
+// The characters phraseCandidate acts on: separators and a placeholder's
+// first letter.
+constexpr auto PhraseSpecial = [] {
+    std::array<bool, 128> special{};
+    for (char c : {' ', ';', ',', '\t', 'B', 'b'})
+        special[size_t(c)] = true;
+    return special;
+}();
 
 // "BLANK", "Blank" or "blank" at i (called for every character: kept cheap).
 bool isPlaceholderAt(const char16_t *c, qsizetype size, qsizetype i)
@@ -122,7 +132,12 @@ std::optional<QString> phraseCandidate(const QString &raw)
     qsizetype m = 0;
     bool any = false, lastSpace = false;
     for (qsizetype i = 0; i < n;) {
-        if (spaceAt(i)) {
+        // Most characters are none of the ones looked for: one test each.
+        if (const char16_t ch = c[i]; ch >= 128 || !PhraseSpecial[ch]) {
+            o[m++] = ch;
+            lastSpace = false;
+            ++i;
+        } else if (spaceAt(i)) {
             if (!lastSpace)
                 o[m++] = u' ';
             lastSpace = true;

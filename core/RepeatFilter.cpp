@@ -12,8 +12,8 @@ namespace {
 constexpr int Q = 8;               // length of a piece: 16 bytes
 constexpr quint64 K1 = 0x9E3779B97F4A7C15ull;
 constexpr quint64 K2 = 0xC2B2AE3D27D4EB4Full;
-constexpr int FilterBits = 19;     // one bit per possible anchor: 64 KiB
-constexpr int SketchBits = 17;     // a count per piece, roughly: 128 KiB
+constexpr int FilterBits = 19;     // one bit per possible anchor
+constexpr int SketchBits = 17;     // a count per piece, roughly
 
 const char16_t *chars(const QString &s)
 {
@@ -128,7 +128,9 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     distinct.reserve(size_t(n));
 
     // Exact repeats are dropped at once; the first of each text goes on, and
-    // its pieces are counted.
+    // its pieces are counted. A sketch byte holds a count (saturating at 15)
+    // in its low bits and, in its high ones, the anchor filter's bits for its
+    // four slots, so each piece of the search below costs one look-up.
     std::vector<quint8> sketch(size_t(1) << SketchBits, 0);
     {
         ChainTable seen(n);
@@ -153,7 +155,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
                 continue;
             forEachPiece(line, [&](qsizetype, quint64, quint32 slot) {
                 quint8 &count = sketch[slot >> (FilterBits - SketchBits)];
-                count = quint8(count + (count != 0xFF));
+                count = quint8(count + ((count & 0xF) != 0xF));
             });
         }
     }
@@ -169,7 +171,6 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     std::vector<Anchor> anchors;
     anchors.reserve(distinct.size());
     ChainTable anchorTable(qsizetype(distinct.size()));
-    std::vector<quint64> filter(size_t(1) << (FilterBits - 6), 0);
     std::vector<int> shortLines;
     for (auto it = distinct.rbegin(); it != distinct.rend(); ++it) {
         const int j = *it;
@@ -180,8 +181,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         }
         // The pieces' loop is written out with its tables in locals: it runs
         // once for every character of the file.
-        const quint8 *counts = sketch.data();
-        const quint64 *bits = filter.data();
+        const quint8 *cells = sketch.data();
         const char16_t *c = chars(text);
         quint32 best = 0x100;
         quint64 bestHash = 0;
@@ -189,13 +189,14 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         for (qsizetype pos = 0, last = text.size() - Q; pos <= last; ++pos) {
             const quint64 h = pieceHash(c + pos);
             const quint32 slot = slotOf(h);
-            const quint32 count = counts[slot >> (FilterBits - SketchBits)];
+            const quint32 cell = cells[slot >> (FilterBits - SketchBits)];
+            const quint32 count = cell & 0xF;
             if (count < best) {
                 best = count;
                 bestHash = h;
                 bestOffset = pos;
             }
-            if (Q_LIKELY(!(bits[slot >> 6] & (quint64(1) << (slot & 63)))))
+            if (Q_LIKELY(!(cell & (0x10u << (slot & 3)))))
                 continue;
             for (int k = anchorTable.find(h); k >= 0; k = anchors[size_t(k)].next) {
                 const Anchor &a = anchors[size_t(k)];
@@ -214,7 +215,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         anchors.push_back({j, -1, bestOffset});
         anchors.back().next = anchorTable.push(bestHash, int(anchors.size() - 1));
         const quint32 slot = slotOf(bestHash);
-        filter[slot >> 6] |= quint64(1) << (slot & 63);
+        sketch[slot >> (FilterBits - SketchBits)] |= quint8(0x10u << (slot & 3));
     }
 
     // Lines too short for a piece are compared directly (the rules never
