@@ -132,6 +132,7 @@ private Q_SLOTS:
         // Loaded, then saved: the same bytes.
         for (const auto &[name, text] : {std::pair{"line and paragraph separators", u"A Blank\u2028split\r\nPara\u2029graph Blank\r\n"_qs},
                                          {"private-use letters", u"\uE000\uE001 Blank\u2028\uE002\u2029\r\n"_qs},
+                                         {"a line separator alone", u"One Blank\u2028line\r\n"_qs},
                                          {"tabs, no-break spaces, emoji", u"\tTab Blank\u00A0\U0001F600  \r\n\r\n\r\n# note\r\n"_qs}})
             row(name, false, text.toUtf8(), {}, false, 6, {}, text.toUtf8(), replaceFile + saved);
     }

@@ -15,6 +15,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace {
+qsizetype openFiles()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).count();
+}
+}  // namespace
+
 class TestPlatform : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -112,11 +119,10 @@ private Q_SLOTS:
         QCOMPARE(QDir(fake.dir).entryList(QDir::Files), QStringList{"TandrelLines.txt"});  // nothing left behind
 
         // Saves leave no file open behind them.
-        const auto open = [] { return QDir(QStringLiteral("/proc/self/fd")).count(); };
-        const auto before = open();
+        const auto before = openFiles();
         for (int i = 0; i < 5; ++i)
             platform::writeWhole(path, QString::fromUtf8("new é\r\n"));
-        QCOMPARE(open(), before);
+        QCOMPARE(openFiles(), before);
         QCOMPARE(platform::readWhole(path), QString::fromUtf8("new é\r\n"));
 
         // A file with something mounted on it cannot be renamed over.
@@ -152,7 +158,9 @@ private Q_SLOTS:
         } else if (kind == "folder") {
             QVERIFY(QDir(fake.dir).mkdir("TandrelLines.txt"));
         }
-        // Each fails at once, as a file that cannot be opened does: none waits for a writer or reads forever.
+        // Each fails at once, as a file that cannot be opened does: none waits for a writer or reads forever,
+        // and none keeps the file open.
+        const auto before = openFiles();
         for (int reader = 0; reader < 2; ++reader)
             try {
                 reader ? void(platform::readBytes(path)) : void(platform::readAllLines(path));
@@ -160,6 +168,7 @@ private Q_SLOTS:
             } catch (const platform::RuntimeError &e) {
                 QCOMPARE(e.number(), number);
             }
+        QCOMPARE(openFiles(), before);
     }
     void linesArriveAsTheyAreRead()
     {

@@ -73,7 +73,7 @@ private Q_SLOTS:
             QTest::newRow(name) << bytes << isRtf << text << alignments;
         };
         // Escapes and Unicode.
-        row("hex", "{\\rtf1 caf\\'e9 CAF\\'C9}", u"café CAFÉ"_qs);
+        row("hex", "{\\rtf1 caf\\'e9 CAF\\'C9 \\'af\\'AF}", u"café CAFÉ ¯¯"_qs);
         row("raw high byte", "{\\rtf1 caf\xe9}", u"café"_qs);
         row("1252 quotes", "{\\rtf1\\ansi\\ansicpg1252 \\'93q\\'94 \\'80}", u"“q” €"_qs);
         row("u", "{\\rtf1 \\u8364?}", u"€"_qs);
