@@ -120,10 +120,11 @@ public:
     void clkVideo_Click();
 
     // ---- Shown big ----------------------------------------------------------
-    // F11 or the maximise button: full screen, the whole design scaled to fill
-    // it; the same again: back to the design's size.
+    // F11: full screen, the whole design scaled to fill it (maximised, it
+    // fills the window the same way); F11 again: back to the design's size.
     void toggleFullScreen();
-    bool isBig() const { return m_big; }
+    // Full screen or maximised: the design scaled to fill the window.
+    bool isBig() const { return windowState() & (Qt::WindowFullScreen | Qt::WindowMaximized); }
     static constexpr QSize DesignSize{944, 513};
     // F5: the audience screen opens on another display (on this one when
     // there is no other), or closes; Shift+F5 closes it.
@@ -193,7 +194,6 @@ private:
     std::unique_ptr<screenfit::Design> m_design;
     QObject *m_otherWindows = nullptr;  // a screenfit::OtherWindows, a child
     QPoint m_designOffset;
-    bool m_big = false;  // full screen, scaled
     QRect m_normalGeometry;
     void fitToWindow();
     QPointer<frmAudience> m_audience;

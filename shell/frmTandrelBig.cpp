@@ -41,34 +41,33 @@ void frmTandrel::connectBig()
 
 void frmTandrel::toggleFullScreen()
 {
-    m_big = !m_big;
+    const bool big = !(windowState() & Qt::WindowFullScreen);
     // A screen smaller than the design (an old 800 x 600 projector) gets it
     // scaled down.
-    setMinimumSize(m_big ? QSize() : DesignSize);
-    if (m_big) {
-        m_normalGeometry = geometry();
+    setMinimumSize(big ? QSize(0, 0) : DesignSize);
+    // Without a window manager (a kiosk, a bare X session) nobody else sizes
+    // the window, so it sizes itself: before asking for full screen, since a
+    // window manager takes a size asked for later as the end of it.
+    if (big) {
+        m_normalGeometry = isBig() ? normalGeometry() : geometry();
+        if (screen())
+            setGeometry(screen()->geometry());
         showFullScreen();
     } else {
         showNormal();
+        setGeometry(m_normalGeometry);
     }
-    // Without a window manager (a kiosk, a bare X session) nobody else sizes
-    // the window, so it sizes itself.
-    const QRect wanted = m_big && screen() ? screen()->geometry() : m_normalGeometry;
-    if (geometry() != wanted)
-        setGeometry(wanted);
     fitToWindow();
 }
 
 void frmTandrel::changeEvent(QEvent *event)
 {
+    // Full screen or maximised, by F11, the title bar or the window manager,
+    // the design follows the state the window is in. A window manager reports
+    // states late and in passing, so nothing here asks for another.
     if (event->type() == QEvent::WindowStateChange) {
-        const auto before = static_cast<QWindowStateChangeEvent *>(event)->oldState();
-        // The maximise button shows the game big, as F11 does; a window
-        // manager that ends full screen ends it here too.
-        if ((windowState() & Qt::WindowMaximized) && !m_big)
-            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
-        else if ((before & Qt::WindowFullScreen) && !(windowState() & Qt::WindowFullScreen) && m_big)
-            QMetaObject::invokeMethod(this, &frmTandrel::toggleFullScreen, Qt::QueuedConnection);
+        setMinimumSize(isBig() ? QSize(0, 0) : DesignSize);
+        fitToWindow();
     }
     QWidget::changeEvent(event);
 }
@@ -83,16 +82,17 @@ void frmTandrel::fitToWindow()
 {
     if (!m_design)
         return;
-    // Outside full screen nothing moves, whatever the window's size.
-    const double factor = m_big ? screenfit::factor(DesignSize, size()) : 1;
-    const QPoint at = m_big ? screenfit::offset(DesignSize, size(), factor) : QPoint();
+    // A normal window keeps the design, whatever its size.
+    const bool big = isBig();
+    const double factor = big ? screenfit::factor(DesignSize, size()) : 1;
+    const QPoint at = big ? screenfit::offset(DesignSize, size(), factor) : QPoint();
     if (factor == m_design->currentFactor() && at == m_designOffset)
         return;
     m_design->apply(factor, at);
     m_designOffset = at;
     // Other windows open at the same scale while the game is big.
     delete m_otherWindows;
-    m_otherWindows = m_big ? new screenfit::OtherWindows(this, factor) : nullptr;
+    m_otherWindows = big ? new screenfit::OtherWindows(this, factor) : nullptr;
     for (QLabel *label : {lblName[0], lblName[1], m_ui->lblPhrase})
         fitText(label);
 }

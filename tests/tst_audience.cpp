@@ -146,6 +146,15 @@ private Q_SLOTS:
         QVERIFY(a);
         QCOMPARE(a->shownOn(), g.w().screen());  // one display: over the host's window
         QCOMPARE(a->geometry(), a->shownOn()->geometry());
+        // Read from the back of the room: the count largest, then the rows, then the round and the status; all
+        // bold but the status.
+        const auto font = [&](const char *name) { return a->findChild<QLabel *>(name)->font(); };
+        QVERIFY(font("lblCount").pixelSize() > font("lblPlayer_0").pixelSize());
+        QCOMPARE(font("lblScore_1").pixelSize(), font("lblPlayer_0").pixelSize());
+        QVERIFY(font("lblPlayer_0").pixelSize() > font("lblRound").pixelSize());
+        QCOMPARE(font("lblStatus").pixelSize(), font("lblRound").pixelSize());
+        for (const char *name : {"lblCount", "lblPlayer_0", "lblScore_1", "lblRound", "lblStatus"})
+            QCOMPARE(font(name).bold(), name != QByteArray("lblStatus"));
         Q_EMIT qApp->screenRemoved(a->shownOn());
         QVERIFY(!g.w().audienceOpen());
         g.play("n");  // the game goes on

@@ -375,6 +375,13 @@ private Q_SLOTS:
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(!g.w().isBig());
         QCOMPARE(snapshot(), design);  // exactly the design again
+        // Maximised by the title bar, it fills its window the same way; a normal window keeps the design.
+        g.w().resize(frmTandrel::DesignSize * 2);
+        g.w().setWindowState(Qt::WindowMaximized);
+        QVERIFY(g.w().isBig());
+        QCOMPARE(g.ui()->SSTab1->geometry(), QRect(16, 84, 1314, 818));
+        g.w().setWindowState(Qt::WindowNoState);
+        QTRY_COMPARE(snapshot(), design);
     }
 
     void typingANameNeverPages()
