@@ -55,6 +55,8 @@ private Q_SLOTS:
         QTest::newRow("half of zero") << "0.5" << 0;
         QTest::newRow("exponent") << "1.2e1" << 12;
         QTest::newRow("old exponent letter") << "1d2" << 100;
+        QTest::newRow("exponent with a plus") << "1E+2" << 100;
+        QTest::newRow("negative exponent") << "25e-1" << 2;
         QTest::newRow("largest") << "32767" << 32767;
         QTest::newRow("smallest") << "-32768" << -32768;
         QTest::newRow("too large") << "99999" << -6;
