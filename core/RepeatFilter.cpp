@@ -372,9 +372,9 @@ std::vector<int> unproven(const QStringList &lines, const std::vector<qsizetype>
             // place gets sorted anyway and proofs would save only the
             // comparisons: the rest of the lines stay open.
             if ((enough -= line.size() + 1) < 0) {
-                for (size_t rest = d + 1; rest < distinct.size(); ++rest)
-                    if (!proven[rest])
-                        open.push_back(int(rest));
+                while (++d < distinct.size())
+                    if (!proven[d])
+                        open.push_back(int(d));
                 break;
             }
         }
