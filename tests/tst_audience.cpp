@@ -155,10 +155,15 @@ private Q_SLOTS:
         QCOMPARE(font("lblStatus").pixelSize(), font("lblRound").pixelSize());
         for (const char *name : {"lblCount", "lblPlayer_0", "lblScore_1", "lblRound", "lblStatus"})
             QCOMPARE(font(name).bold(), name != QByteArray("lblStatus"));
+        // The halves of a match share the room; a phrase has all of it.
+        const int half = a->ui()->lblQuestion_0->height();
+        QVERIFY(qAbs(a->ui()->lblQuestion_1->height() - half) <= 1);
+        g.play("tab1");
+        QTRY_VERIFY(a->ui()->lblQuestion_0->height() > half + half / 4);
         Q_EMIT qApp->screenRemoved(a->shownOn());
         QVERIFY(!g.w().audienceOpen());
-        g.play("n");  // the game goes on
-        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M2 P1"));
+        g.play("N");  // the game goes on
+        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M1 P2"));
     }
 };
 
