@@ -252,7 +252,8 @@ public:
             for (QChar c : lines[i])
                 if (count[c.unicode()]++ == 0)
                     used.push_back(c.unicode());
-        std::sort(used.begin(), used.end(), [&](char16_t a, char16_t b) { return count[a] > count[b] || (count[a] == count[b] && a < b); });
+        // The most frequent first; of equals, the lowest unit.
+        std::ranges::sort(used, std::greater{}, [&](char16_t c) { return quint64(count[c]) << 16 | quint64(0xFFFF - c); });
         for (size_t r = 0; r < used.size(); ++r) {
             m_rank[used[r]] = quint16(r);
             m_bytes += qint64(count[used[r]]) * length(quint32(r));
