@@ -25,12 +25,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("body");  // inside "{\rtf1 ...}"
         QTest::addColumn<QString>("probe");    // the format of the first character of this text is checked
-        QTest::addColumn<QString>("format");   // b i u for bold, italic, underline; a size; a colour
+        QTest::addColumn<QString>("format");   // b i u s for bold, italic, underline, strike; a size; a colour
         const QByteArray colours = "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}";
         QTest::newRow("bold group") << QByteArray("a {\\b bold} c") << "bold" << "b";
         QTest::newRow("bold ends with its group") << QByteArray("a {\\b bold} c") << " c" << "";
         QTest::newRow("b0") << QByteArray("\\b x\\b0 y") << "y" << "";
-        QTest::newRow("italic underline") << QByteArray("{\\i\\ul both}") << "both" << "iu";
+        QTest::newRow("italic underline strike") << QByteArray("{\\i\\ul\\strike all}") << "all" << "ius";
+        QTest::newRow("strike0") << QByteArray("\\strike s\\strike0 n") << "n" << "";
         QTest::newRow("ulnone") << QByteArray("\\ul u\\ulnone n") << "n" << "";
         QTest::newRow("ul0") << QByteArray("\\ul u\\ul0 n") << "n" << "";
         QTest::newRow("plain resets") << QByteArray("\\b\\i\\ul\\fs40 a\\plain b") << "b" << "";
@@ -55,7 +56,8 @@ private Q_SLOTS:
         QTextCursor cursor(&doc);
         cursor.setPosition(int(at) + 1);  // the format of the character before the cursor
         const QTextCharFormat f = cursor.charFormat();
-        QString format = QString(f.fontWeight() == QFont::Bold ? "b" : "") + (f.fontItalic() ? "i" : "") + (f.fontUnderline() ? "u" : "");
+        QString format = QString(f.fontWeight() == QFont::Bold ? "b" : "") + (f.fontItalic() ? "i" : "") + (f.fontUnderline() ? "u" : "")
+                         + (f.fontStrikeOut() ? "s" : "");
         if (f.fontPointSize() != 0)
             format += QStringLiteral(" %1pt").arg(f.fontPointSize());
         if (f.hasProperty(QTextFormat::ForegroundBrush))
