@@ -155,6 +155,12 @@ private Q_SLOTS:
         QCOMPARE(font("lblStatus").pixelSize(), font("lblRound").pixelSize());
         for (const char *name : {"lblCount", "lblPlayer_0", "lblScore_1", "lblRound", "lblStatus"})
             QCOMPARE(font(name).bold(), name != QByteArray("lblStatus"));
+        // Five players in one column, six in two.
+        g.play("c5");
+        QTRY_VERIFY(a->findChild<QLabel *>("lblPlayer_0")->width() > a->width() / 2);
+        g.play("c6");
+        QTRY_VERIFY(a->findChild<QLabel *>("lblPlayer_0")->width() < a->width() / 2);
+        g.play("c2");
         // The halves of a match share the room; a phrase has all of it.
         const int half = a->ui()->lblQuestion_0->height();
         QVERIFY(qAbs(a->ui()->lblQuestion_1->height() - half) <= 1);
