@@ -297,6 +297,7 @@ private Q_SLOTS:
         QCOMPARE(heard("lblName_1"), g.w().lblName[1]->text() + " / Match line right");
         QCOMPARE(heard("txtTimer"), QStringLiteral("Countdown: 29 / Countdown"));
         QCOMPARE(heard("txtCounter_1"), QStringLiteral("Player 2 score: 1 / "));
+        QCOMPARE(heard("txtCounter_2"), QStringLiteral("Player 3 score: 0 / "));  // never changed
         QCOMPARE(heard("txtPlayer_2"), QStringLiteral("Player 3 name, their turn / "));
         QCOMPARE(heard("txtPlayer_1"), QStringLiteral("Player 2 name / "));
         const auto labels = QAccessible::queryAccessibleInterface(g.ui()->cmbNumPlayers)->relations(QAccessible::Label);
