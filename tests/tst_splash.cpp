@@ -171,6 +171,7 @@ private Q_SLOTS:
         QVERIFY(!s.main());
         QVERIFY(s.splash && s.splash->isVisible() && !s.splash->Timer1->isActive());
         QVERIFY(!s.splash->ui()->clkClose->isHidden());
+        QCOMPARE(s.splash->focusWidget(), s.splash->ui()->clkClose);  // Enter or Space leaves
         for (QLabel *label : s.splash->lbl1)  // the publisher's lines open the site
             QTest::mouseClick(label, Qt::LeftButton);
         QCOMPARE(s.fake.urlsOpened.size(), 5);
