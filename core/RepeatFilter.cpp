@@ -163,10 +163,13 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     // Lines are taken last to first: each is searched for the anchors of the
     // lines after it (only an earlier line can make a line a repeat), then
     // its own anchor, its rarest piece, joins them.
+    // An anchor carries its line's length, so a place that cannot hold the
+    // line is passed over without touching the line.
     struct Anchor {
         int line;
         int next;
         qsizetype offset;
+        qsizetype size;
     };
     std::vector<Anchor> anchors;
     anchors.reserve(distinct.size());
@@ -200,19 +203,16 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
                 continue;
             for (int k = anchorTable.find(h); k >= 0; k = anchors[size_t(k)].next) {
                 const Anchor &a = anchors[size_t(k)];
-                const QString &inner = lines[a.line];
-                if ((work -= inner.size()) < 0)
+                if ((work -= a.size) < 0)
                     return std::nullopt;
-                if (!kept[size_t(a.line)])
-                    continue;
                 const qsizetype start = pos - a.offset;
-                if (start < 0 || start + inner.size() > text.size() || inner.size() >= text.size())
+                if (start < 0 || start + a.size > text.size() || a.size >= text.size() || !kept[size_t(a.line)])
                     continue;
-                if (QStringView(text).sliced(start, inner.size()) == inner)
+                if (QStringView(text).sliced(start, a.size) == lines[a.line])
                     kept[size_t(a.line)] = false;
             }
         }
-        anchors.push_back({j, -1, bestOffset});
+        anchors.push_back({j, -1, bestOffset, text.size()});
         anchors.back().next = anchorTable.push(bestHash, int(anchors.size() - 1));
         const quint32 slot = slotOf(bestHash);
         sketch[slot >> (FilterBits - SketchBits)] |= quint8(0x10u << (slot & 3));
