@@ -168,6 +168,7 @@ private Q_SLOTS:
         QTRY_VERIFY(a->ui()->lblQuestion_0->height() > half + half / 4);
         Q_EMIT qApp->screenRemoved(a->shownOn());
         QVERIFY(!g.w().audienceOpen());
+        QCOMPARE(g.fake.logTexts().filter("frmAudience"), (QStringList{"Loading Form frmAudience", "Unloading Form frmAudience"}));
         g.play("N");  // the game goes on
         QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M1 P2"));
     }

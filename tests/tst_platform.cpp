@@ -277,7 +277,9 @@ private Q_SLOTS:
         const QString game = fake.path("game");
         QVERIFY(!heldByOther(game));
         QVERIFY(platform::holdFolder(fake.path("link")));
-        QVERIFY(platform::holdFolder(game));  // asking again is no second copy
+        const auto before = openFiles();
+        QVERIFY(platform::holdFolder(game));  // asking again is no second copy, and keeps no file open
+        QCOMPARE(openFiles(), before);
         QVERIFY(heldByOther(game));           // the same folder by its real path
         QVERIFY(!heldByOther(fake.dir));      // another folder is another program
 
