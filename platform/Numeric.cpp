@@ -66,10 +66,8 @@ double toDouble(const QString &text, const QLocale &locale)
 
 qint16 toInt16(double value)
 {
-    if (std::isnan(value))
-        raise(err::Overflow);
     const double r = std::nearbyint(value);  // default rounding mode: halves to even
-    if (r < -32768.0 || r > 32767.0)
+    if (!(r >= -32768.0 && r <= 32767.0))  // not a number fails too
         raise(err::Overflow);
     return static_cast<qint16>(r);
 }

@@ -263,16 +263,6 @@ void readLines(const QString &path, const std::function<bool(const QString &)> &
     splitter.finish(eachLine);
 }
 
-QStringList readAllLines(const QString &path)
-{
-    QStringList lines;
-    readLines(path, [&](const QString &line) {
-        lines.append(line);
-        return true;
-    });
-    return lines;
-}
-
 QByteArray readBytes(const QString &path, qsizetype maxBytes)
 {
     const QString real = onDisk(path);

@@ -74,7 +74,6 @@ constexpr qsizetype MaxLineBytes = 64 * 1024;
 // Reads a file line by line with a LineSplitter (maxLine 0: any length).
 void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine,
                qsizetype maxLine = MaxLineBytes);
-QStringList readAllLines(const QString &path);
 
 // Reads a whole file's bytes; one larger than maxBytes (when given) fails
 // with "out of memory" (7) before anything is read.

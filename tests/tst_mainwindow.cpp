@@ -373,6 +373,7 @@ private Q_SLOTS:
         const double points = dialog.font().pointSizeF();
         dialog.show();
         QCOMPARE(label->font().pointSizeF(), points * f);
+        QCOMPARE(dialog.font().pointSizeF(), points * f);
         QVERIFY((dialog.geometry().center() - g.w().geometry().center()).manhattanLength() <= 2);
         dialog.hide();
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
