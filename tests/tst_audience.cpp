@@ -146,9 +146,11 @@ private Q_SLOTS:
         QVERIFY(a);
         QCOMPARE(a->shownOn(), g.w().screen());  // one display: over the host's window
         QCOMPARE(a->geometry(), a->shownOn()->geometry());
+        QVERIFY(a->isFullScreen());
         // Read from the back of the room: the count largest, then the rows, then the round and the status; all
         // bold but the status.
         const auto font = [&](const char *name) { return a->findChild<QLabel *>(name)->font(); };
+        QCOMPARE(font("lblCount").pixelSize(), a->height() / 6);  // sized by the screen it is on
         QVERIFY(font("lblCount").pixelSize() > font("lblPlayer_0").pixelSize());
         QCOMPARE(font("lblScore_1").pixelSize(), font("lblPlayer_0").pixelSize());
         QVERIFY(font("lblPlayer_0").pixelSize() > font("lblRound").pixelSize());

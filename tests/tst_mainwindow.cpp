@@ -354,7 +354,7 @@ private Q_SLOTS:
         };
         const QStringList design = snapshot();
         const double nextPoints = g.ui()->clkNext->font().pointSizeF();
-        const QRect nextPlace = g.ui()->clkNext->geometry();  // on a tab's page
+        const QRect nextPlace = g.ui()->clkNext->geometry(), timerPlace = g.ui()->txtTimer->geometry();  // on a page, in a frame
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(g.w().isBig());
         const QSize screen = g.w().screen()->geometry().size();
@@ -362,7 +362,8 @@ private Q_SLOTS:
         const double f = screenfit::factor(frmTandrel::DesignSize, screen);
         QCOMPARE(g.ui()->SSTab1->geometry(), screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, screen, f)));
         QCOMPARE(g.ui()->clkNext->font().pointSizeF(), nextPoints * f);
-        QCOMPARE(g.ui()->clkNext->geometry(), screenfit::scaled(nextPlace, f));  // moved with its page
+        QCOMPARE(g.ui()->clkNext->geometry(), screenfit::scaled(nextPlace, f));  // moved with what holds them
+        QCOMPARE(g.ui()->txtTimer->geometry(), screenfit::scaled(timerPlace, f));
         QCOMPARE(g.ui()->SSTab1->tabBar()->font().pointSizeF(), g.ui()->SSTab1->font().pointSizeF());
         g.play("^ _ ^");  // the clicker's keys work as before
         QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M2 P1"));

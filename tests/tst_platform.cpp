@@ -201,6 +201,10 @@ private Q_SLOTS:
         many = many.repeated(platform::MaxShownChars / 100) + QString(platform::MaxShownChars % 100, QLatin1Char('z'));
         QVERIFY(shown(many));
         QVERIFY(!shown(many + QLatin1Char('z')));
+        // A file is read up to its limit and refused one byte past it, never cut short.
+        FakePlatform fake;
+        QCOMPARE(platform::readBytes(fake.writeFile("t.txt", "abcd"), 4), QByteArray("abcd"));
+        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::readBytes(fake.writeFile("t.txt", "abcde"), 4));
     }
     void writeIntoAReadOnlyPlaceFails()
     {
