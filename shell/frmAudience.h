@@ -36,6 +36,8 @@ public:
     QScreen *shownOn() const { return m_screen; }
 
     void showView(const View &view);
+    // A question's largest size in points, per pixel of the screen's height.
+    static constexpr double QuestionPoints = 0.09;
 
     // Black, or the game again ("B" and "." of a clicker).
     void toggleBlank();
@@ -54,8 +56,6 @@ private:
     // Every text at a size the screen's height allows.
     void fitFonts();
     void fitQuestion();
-    // A question's largest size in points, per pixel of the screen's height.
-    static constexpr double QuestionPoints = 0.09;
     Ui::frmAudience *m_ui;
     QPointer<QScreen> m_screen;
     View m_view;

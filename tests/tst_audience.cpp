@@ -147,6 +147,8 @@ private Q_SLOTS:
         QCOMPARE(a->shownOn(), g.w().screen());  // one display: over the host's window
         QCOMPARE(a->geometry(), a->shownOn()->geometry());
         QVERIFY(a->isFullScreen());
+        // A short question at its largest once the screen has its size.
+        QTRY_COMPARE(a->ui()->lblQuestion_0->font().pointSizeF(), a->height() * frmAudience::QuestionPoints);
         // Read from the back of the room: the count largest, then the rows, then the round and the status; all
         // bold but the status.
         const auto font = [&](const char *name) { return a->findChild<QLabel *>(name)->font(); };
