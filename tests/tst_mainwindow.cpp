@@ -131,6 +131,7 @@ private Q_SLOTS:
             QVERIFY(questionLines(6, false).join('|').toUpper().contains(w.lblName[0]->text().trimmed()));
             QVERIFY(w.lblName[0]->text().endsWith(QStringLiteral("\r\n")));
             QVERIFY(w.lblName[1]->text().startsWith(QString(19, QLatin1Char('_'))));
+            QCOMPARE(w.lblName[1]->font().stretch(), int(QFont::Expanded));  // set wide, as a display face
         }
         if (!phraseFile.isEmpty())
             QVERIFY(ui->lblPhrase->text().endsWith(QStringLiteral(" in it.      "), Qt::CaseInsensitive));
