@@ -79,7 +79,7 @@ private Q_SLOTS:
         row("raw high byte", "{\\rtf1 caf\xe9}", u"café"_qs);
         row("1252 quotes", "{\\rtf1\\ansi\\ansicpg1252 \\'93q\\'94 \\'80}", u"“q” €"_qs);
         row("u", "{\\rtf1 \\u8364?}", u"€"_qs);
-        row("control words from a to z", "{\\rtf1 a\\zwj b\\Zq c}", u"abc"_qs);
+        row("control words from a to z", "{\\rtf1 a\\zwj b\\Zq c\\Aq d}", u"abcd"_qs);
         row("negative u", "{\\rtf1 \\u-3913?}", QString(QChar(0xF0B7)));
         row("surrogate pair", "{\\rtf1 \\u-10179?\\u-8704?}", u"😀"_qs);
         row("uc0", "{\\rtf1\\uc0 \\u8364 x}", u"€x"_qs);

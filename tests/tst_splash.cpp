@@ -87,6 +87,7 @@ private Q_SLOTS:
                                  "Checking For Needed Registry Files"};
         QCOMPARE(s.fake.logTexts(), banner + AllPresent + QStringList{"Loading Skinner..."});
         QCOMPARE(s.splash->ui()->lblVersion->text(), QStringLiteral("Tandrel Software Version 1.0.0"));
+        QVERIFY(!s.splash->ui()->pb1->pixmap().isNull() && !qApp->windowIcon().isNull());  // its picture and the icon
         QVERIFY(s.splash->ui()->clkClose->isHidden());
         QVERIFY(s.splash->Timer1->isActive());
         QCOMPARE(s.splash->Timer1->interval(), 1000);
