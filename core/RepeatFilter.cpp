@@ -163,13 +163,11 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     // Lines are taken last to first: each is searched for the anchors of the
     // lines after it (only an earlier line can make a line a repeat), then
     // its own anchor, its rarest piece, joins them.
-    // An anchor carries its line's length, so a place that cannot hold the
-    // line is passed over without touching the line.
     struct Anchor {
         int line;
         int next;
         qsizetype offset;
-        qsizetype size;
+        qsizetype size;  // the line's: a place that cannot hold it is passed over without touching it
     };
     std::vector<Anchor> anchors;
     anchors.reserve(distinct.size());

@@ -41,15 +41,16 @@ void frmTandrel::connectBig()
 
 void frmTandrel::toggleFullScreen()
 {
-    const bool big = !(windowState() & Qt::WindowFullScreen);
-    // A screen smaller than the design (an old 800 x 600 projector) gets it
-    // scaled down.
-    setMinimumSize(big ? QSize(0, 0) : DesignSize);
-    // Without a window manager (a kiosk, a bare X session) nobody else sizes
-    // the window, so it sizes itself: before asking for full screen, since a
-    // window manager takes a size asked for later as the end of it.
-    if (big) {
+    // The state change that follows fits the design (changeEvent).
+    if (!(windowState() & Qt::WindowFullScreen)) {
         m_normalGeometry = isBig() ? normalGeometry() : geometry();
+        // A screen smaller than the design (an old 800 x 600 projector) gets
+        // it scaled down.
+        setMinimumSize(0, 0);
+        // Without a window manager (a kiosk, a bare X session) nobody else
+        // sizes the window, so it sizes itself: before asking for full
+        // screen, since a window manager takes a size asked for later as the
+        // end of it.
         if (screen())
             setGeometry(screen()->geometry());
         showFullScreen();
@@ -57,7 +58,6 @@ void frmTandrel::toggleFullScreen()
         showNormal();
         setGeometry(m_normalGeometry);
     }
-    fitToWindow();
 }
 
 void frmTandrel::changeEvent(QEvent *event)
