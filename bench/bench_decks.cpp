@@ -1,7 +1,8 @@
 // Loads of big question files, timed against just reading their lines.
 //   bench_decks generate DIR            writes the two 32,766-line files
 //   bench_decks time DIR [--literal]    times read+split and load+shuffle
-//   bench_decks peak read|load FILE     one operation, for peak memory
+//   bench_decks peak read|load FILE     one operation in a fresh process: its
+//                                       time and peak memory
 //   bench_decks families DIR            writes files built against the repeat
 //                                       check and times them the same way
 #include "core/Decks.h"
@@ -115,16 +116,25 @@ QStringList literalLoad(Kind kind, const QString &path)
     return entries;
 }
 
-double best(int runs, const std::function<void()> &f)
+double msOf(const std::function<void()> &f)
 {
-    double bestMs = 1e300;
+    QElapsedTimer t;
+    t.start();
+    f();
+    return t.nsecsElapsed() / 1e6;
+}
+
+// The best of several runs of a plain read and of a load, taken in turn: both
+// then meet the same heap and the same moments of a busy machine (timed one
+// after the other, the read alone swung by a third between builds).
+std::pair<double, double> bestInTurn(int runs, const std::function<void()> &read, const std::function<void()> &load)
+{
+    double bestRead = 1e300, bestLoad = 1e300;
     for (int i = 0; i < runs; ++i) {
-        QElapsedTimer t;
-        t.start();
-        f();
-        bestMs = std::min(bestMs, t.nsecsElapsed() / 1e6);
+        bestRead = std::min(bestRead, msOf(read));
+        bestLoad = std::min(bestLoad, msOf(load));
     }
-    return bestMs;
+    return {bestRead, bestLoad};
 }
 
 long peakKiB()
@@ -148,15 +158,14 @@ int main(int argc, char *argv[])
         for (const auto &[name, kind] : {std::pair{QStringLiteral("TandrelLines.txt"), Kind::Match},
                                          std::pair{QStringLiteral("TandrelPhrases.txt"), Kind::Phrase}}) {
             const QString path = args[2] + QLatin1Char('/') + name;
-            qsizetype count = 0;
-            const double read = best(11, [&] { count = readAllLines(path).size(); });
-            qsizetype entries = 0;
-            const double load = best(11, [&] { entries = decks::LoadDeck(kind, path)->size(); });
+            qsizetype count = 0, entries = 0;
+            const auto [read, load] = bestInTurn(11, [&] { count = readAllLines(path).size(); },
+                                                 [&] { entries = decks::LoadDeck(kind, path)->size(); });
             std::printf("%-20s lines %6lld  entries %6lld  read+split %8.1f ms  load+shuffle %8.1f ms  ratio %.2f\n",
                         qPrintable(name), (long long)count, (long long)entries, read, load, load / read);
             if (literal) {
                 qsizetype literalEntries = 0;
-                const double slow = best(1, [&] { literalEntries = literalLoad(kind, path).size(); });
+                const double slow = msOf([&] { literalEntries = literalLoad(kind, path).size(); });
                 std::printf("%-20s literal reader %10.1f ms (%lld entries)\n", qPrintable(name), slow,
                             (long long)literalEntries);
             }
@@ -177,10 +186,10 @@ int main(int argc, char *argv[])
                     candidates << *entry;
             const bool anchored = RepeatFilter::keepByAnchors(candidates).has_value();
             qsizetype entries = 0;
-            const double read = best(3, [&] { readAllLines(path); });
-            const double load = best(3, [&] { entries = decks::LoadDeck(Kind::Phrase, path)->size(); });
-            // Asked after the timing: the heap the timed runs meet changes
-            // the plain read's time by a third.
+            const auto [read, load] = bestInTurn(3, [&] { readAllLines(path); },
+                                                 [&] { entries = decks::LoadDeck(Kind::Phrase, path)->size(); });
+            // Asked after the timing, which it would change (the heap the
+            // timed runs meet).
             const char *way = "anchors";
             if (!anchored) {
                 RepeatFilter::Way taken{};
@@ -200,12 +209,14 @@ int main(int argc, char *argv[])
         const Kind kind = path.contains(QLatin1String("Phrases")) ? Kind::Phrase : Kind::Match;
         const long before = peakKiB();
         qsizetype n = 0;
-        if (args[2] == QLatin1String("read"))
-            n = readAllLines(path).size();
-        else
-            n = decks::LoadDeck(kind, path)->size();
-        std::printf("%s %s: %lld items, peak %ld KiB (process start %ld KiB)\n", qPrintable(args[2]),
-                    qPrintable(path.section(QLatin1Char('/'), -1)), (long long)n, peakKiB(), before);
+        const double ms = msOf([&] {
+            if (args[2] == QLatin1String("read"))
+                n = readAllLines(path).size();
+            else
+                n = decks::LoadDeck(kind, path)->size();
+        });
+        std::printf("%s %s: %lld items in %.1f ms, peak %ld KiB (process start %ld KiB)\n", qPrintable(args[2]),
+                    qPrintable(path.section(QLatin1Char('/'), -1)), (long long)n, ms, peakKiB(), before);
         return 0;
     }
     std::fprintf(stderr, "usage: bench_decks generate DIR | time DIR [--literal] | families DIR | peak read|load FILE\n");

@@ -20,9 +20,9 @@ out=bench/out
 mkdir -p "$out"
 bin=build/bin/bench_decks
 "$bin" generate "$out"
-echo "== Question files: load + shuffle against read + split (best of 11)"
+echo "== Question files: load + shuffle against read + split (best of 11, taken in turn)"
 "$bin" time "$out" "${deck_args[@]}"
-echo "== Peak memory (separate processes)"
+echo "== Peak memory and the time of one run in a fresh process"
 for f in TandrelLines.txt TandrelPhrases.txt; do
   "$bin" peak read "$out/$f"
   "$bin" peak load "$out/$f"

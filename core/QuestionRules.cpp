@@ -15,33 +15,6 @@ bool skipped(const QString &line)
     return line.isEmpty() || line.startsWith(QLatin1Char('#')) || line.size() > MaxQuestionLength;
 }
 
-// The trimmed line with ";", "," and tabs as spaces and every run of spaces
-// made one, upper-cased when asked (ASCII only: the caller makes sure).
-QString collapsed(QStringView line, bool upper)
-{
-    QString out(line.size(), Qt::Uninitialized);
-    char16_t *o = reinterpret_cast<char16_t *>(out.data());
-    qsizetype m = 0;
-    bool lastSpace = false;
-    for (QChar qc : line) {
-        char16_t c = qc.unicode();
-        if (c == u';' || c == u',' || c == u'\t')
-            c = u' ';
-        if (c == u' ') {
-            if (lastSpace)
-                continue;
-            lastSpace = true;
-        } else {
-            lastSpace = false;
-            if (upper && c >= u'a' && c <= u'z')
-                c = char16_t(c - 32);
-        }
-        o[m++] = c;
-    }
-    out.truncate(m);
-    return out;
-}
-
 QStringView trimmedView(const QString &text)
 {
     qsizetype begin = 0, end = text.size();
@@ -50,12 +23,6 @@ QStringView trimmedView(const QString &text)
     while (end > begin && text[end - 1] == Space)
         --end;
     return QStringView(text).sliced(begin, end - begin);
-}
-
-bool isAscii(QStringView text)
-{
-    // ASCII sets no bit above the seventh.
-    return std::none_of(text.begin(), text.end(), [](QChar c) { return c.unicode() & 0xFF80; });
 }
 
 // The characters phraseCandidate acts on: separators and a placeholder's
@@ -89,27 +56,54 @@ QString trimSpaces(const QString &text)
 
 std::optional<QString> matchCandidate(const QString &raw)
 {
+    // One pass: separators as spaces, runs of spaces made one, upper case,
+    // and each "BLANK" noted as it is written.
     const QStringView trimmed = trimmedView(raw);
-    if (!isAscii(trimmed))  // upper-casing beyond ASCII may change lengths
-        return literal::matchCandidate(raw);
-    const QString line = collapsed(trimmed, true);
-    const qsizetype at = line.indexOf(QLatin1String("BLANK"));
-    if (at < 0 || line.indexOf(QLatin1String("BLANK"), at + 5) >= 0)
+    thread_local std::vector<char16_t> out;
+    out.resize(size_t(trimmed.size()));
+    char16_t *o = out.data();
+    qsizetype m = 0, at = -1;
+    bool lastSpace = false;
+    for (QChar qc : trimmed) {
+        char16_t c = qc.unicode();
+        if (c & 0xFF80)  // upper-casing beyond ASCII may change lengths
+            return literal::matchCandidate(raw);
+        if (c == u';' || c == u',' || c == u'\t')
+            c = u' ';
+        if (c == u' ') {
+            if (lastSpace)
+                continue;
+            lastSpace = true;
+        } else {
+            lastSpace = false;
+            if (c >= u'a' && c <= u'z')
+                c = char16_t(c - 32);
+        }
+        o[m++] = c;
+        if (c == u'K' && m >= 5 && o[m - 5] == u'B' && o[m - 4] == u'L' && o[m - 3] == u'A' && o[m - 2] == u'N') {
+            if (at >= 0)
+                return std::nullopt;  // a second placeholder
+            at = m - 5;
+        }
+    }
+    // " BLANK" becomes ",___" and "BLANK " becomes "___,"; a placeholder
+    // with no space beside it gives no comma, and the line does not split.
+    const bool spaceBefore = at > 0 && o[at - 1] == u' ';
+    if (at < 0 || !(spaceBefore || (at + 5 < m && o[at + 5] == u' ')))
         return std::nullopt;
-    QString entry;
-    entry.reserve(line.size() + MatchBlank.size());
-    if (at > 0 && line[at - 1] == Space) {  // " BLANK" becomes ",___"
-        entry += QStringView(line).first(at - 1);
-        entry += QLatin1Char(',');
-        entry += MatchBlank;
-        entry += QStringView(line).sliced(at + 5);
-    } else if (at + 5 < line.size() && line[at + 5] == Space) {  // "BLANK " becomes "___,"
-        entry += QStringView(line).first(at);
-        entry += MatchBlank;
-        entry += QLatin1Char(',');
-        entry += QStringView(line).sliced(at + 6);
+    const auto *blank = reinterpret_cast<const char16_t *>(MatchBlank.utf16());
+    QString entry(m - 5 + MatchBlank.size(), Qt::Uninitialized);  // the space becomes the comma
+    char16_t *e = reinterpret_cast<char16_t *>(entry.data());
+    if (spaceBefore) {
+        e = std::copy(o, o + at - 1, e);
+        *e++ = u',';
+        e = std::copy(blank, blank + MatchBlank.size(), e);
+        std::copy(o + at + 5, o + m, e);
     } else {
-        return std::nullopt;  // no comma: the line does not split in two
+        e = std::copy(o, o + at, e);
+        e = std::copy(blank, blank + MatchBlank.size(), e);
+        *e++ = u',';
+        std::copy(o + at + 6, o + m, e);
     }
     if (skipped(entry))
         return std::nullopt;

@@ -163,11 +163,15 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     // Lines are taken last to first: each is searched for the anchors of the
     // lines after it (only an earlier line can make a line a repeat), then
     // its own anchor, its rarest piece, joins them.
+    // An anchor carries what rules out most places without touching its
+    // line, which lies elsewhere in memory: the line's length and its last
+    // piece, compared with the text in hand.
     struct Anchor {
         int line;
         int next;
         qsizetype offset;
-        qsizetype size;  // the line's: a place that cannot hold it is passed over without touching it
+        qsizetype size;
+        char16_t tail[Q];
     };
     std::vector<Anchor> anchors;
     anchors.reserve(distinct.size());
@@ -176,6 +180,14 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     for (auto it = distinct.rbegin(); it != distinct.rend(); ++it) {
         const int j = *it;
         const QString &text = lines[j];
+        // The next line's text is fetched while this one is searched: lines
+        // lie apart in memory, so no prefetcher guesses where it starts.
+        if (it + 1 != distinct.rend()) {
+            const QString &following = lines[*(it + 1)];
+            const char *bytes = reinterpret_cast<const char *>(following.utf16());
+            for (qsizetype b = 0; b < 2 * following.size(); b += 64)
+                __builtin_prefetch(bytes + b);
+        }
         if (text.size() < Q) {
             shortLines.push_back(j);
             continue;
@@ -204,13 +216,15 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
                 if ((work -= a.size) < 0)
                     return std::nullopt;
                 const qsizetype start = pos - a.offset;
-                if (start < 0 || start + a.size > text.size() || a.size >= text.size() || !kept[size_t(a.line)])
+                if (start < 0 || start + a.size > text.size() || a.size >= text.size() || !kept[size_t(a.line)]
+                    || std::memcmp(c + start + a.size - Q, a.tail, sizeof a.tail) != 0)
                     continue;
                 if (QStringView(text).sliced(start, a.size) == lines[a.line])
                     kept[size_t(a.line)] = false;
             }
         }
-        anchors.push_back({j, -1, bestOffset, text.size()});
+        anchors.push_back({j, -1, bestOffset, text.size(), {}});
+        std::memcpy(anchors.back().tail, c + text.size() - Q, sizeof anchors.back().tail);
         anchors.back().next = anchorTable.push(bestHash, int(anchors.size() - 1));
         const quint32 slot = slotOf(bestHash);
         sketch[slot >> (FilterBits - SketchBits)] |= quint8(0x10u << (slot & 3));
