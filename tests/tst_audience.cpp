@@ -99,6 +99,7 @@ private Q_SLOTS:
         QTest::newRow("B on the screen") << true << int(Qt::Key_B) << false << "blank";
         QTest::newRow(". on the screen") << true << int(Qt::Key_Period) << false << "blank";
         QTest::newRow("PageDown on the screen") << true << int(Qt::Key_PageDown) << false << "M2";
+        QTest::newRow("another key on the screen") << true << int(Qt::Key_A) << false << "open";
     }
     void keys()
     {

@@ -76,6 +76,7 @@ private Q_SLOTS:
         row("a game end's deal waits for its file", "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
             {"won Name 5", "File Does Not Exist", "Exiting File Load"});
         row("double click gives the turn", "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2");
+        row("double click shows the turn at once", "c3 k2", "R1 T2 0,0,0 M1 P1");
         row("fewer players: turn to row 0, rows keep their scores", "c4 =3:6 n n n n n c2 c4", "R2 T0 0,0,0,6 M6 P1");
         row("two players again, the list's first entry", "c3 n n c2", "R1 T0 0,0 M3 P1");
         row("paging from a name", "c3 ^ _ _", "R1 T2 0,0,0 M6 P1");

@@ -104,8 +104,8 @@ private Q_SLOTS:
 
         // About is the same window held open: twice shows the one window,
         // and it never opens a second main window.
-        s.main()->clkAbout_Click();
-        s.main()->clkAbout_Click();
+        s.main()->ui()->clkAbout->click();
+        s.main()->ui()->clkAbout->click();
         QCOMPARE(s.fake.logTexts().mid(log.size()), (QStringList{"Application Name Tandrel Software Version 1.0.0", "Loading frmSplash",
                                                                 "Loading Skinner..."}));
         auto *about = qobject_cast<frmSplash *>(platform::loadedWindow("frmSplash"));
