@@ -31,14 +31,14 @@ QStringList ReadEntries(questions::Kind kind, const QString &path)
 
 std::optional<QStringList> LoadDeck(questions::Kind kind, const QString &path)
 {
-    const QStringList entries = ReadEntries(kind, path);
+    QStringList entries = ReadEntries(kind, path);
     if (entries.isEmpty()) {
         platform::msgBox(QStringLiteral("File ") + platform::shownPath(path)
                              + QStringLiteral(" does not contain any questions."),
                          platform::mb::OkOnly + platform::mb::Information, QStringLiteral("Exiting File Load"));
         return std::nullopt;
     }
-    return Globals::ShuffleArray(entries);
+    return Globals::ShuffleArray(std::move(entries));
 }
 
 std::optional<QStringList> LoadMatchDeck(const QString &path)

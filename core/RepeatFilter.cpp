@@ -7,6 +7,7 @@
 #include <divsufsort.h>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace {
 constexpr int Q = 8;               // length of a piece: 16 bytes
@@ -53,15 +54,19 @@ quint64 wholeHash(const QString &text)
 {
     const char16_t *c = chars(text);
     const qsizetype n = text.size();
-    quint64 h = quint64(n) * K2;
+    // Two lanes, so that each multiplication waits for its own lane's last.
+    quint64 h = quint64(n) * K2, g = K1;
     qsizetype i = 0;
-    for (; i + 4 <= n; i += 4) {
-        quint64 block;
-        std::memcpy(&block, c + i, 8);
-        h = (h ^ block) * K1;
+    for (; i + 8 <= n; i += 8) {
+        quint64 a, b;
+        std::memcpy(&a, c + i, 8);
+        std::memcpy(&b, c + i + 4, 8);
+        h = (h ^ a) * K1;
+        g = (g ^ b) * K2;
     }
     for (; i < n; ++i)
         h = (h ^ c[i]) * K2;
+    h = (h ^ std::rotl(g, 29)) * K1;
     return h ^ (h >> 32);
 }
 
@@ -82,21 +87,14 @@ public:
                 return m_heads[s];
         }
     }
-    // Puts a new head on key's chain; returns the old head, or -1.
-    int push(quint64 key, int head)
+    // The head of key's chain, to read and to replace; -1 for a new key.
+    int &head(quint64 key)
     {
-        for (size_t s = slot(key);; s = (s + 1) & m_mask) {
-            if (m_heads[s] < 0) {
-                m_keys[s] = key;
-                m_heads[s] = head;
-                return -1;
-            }
-            if (m_keys[s] == key) {
-                const int old = m_heads[s];
-                m_heads[s] = head;
-                return old;
-            }
-        }
+        size_t s = slot(key);
+        while (m_heads[s] >= 0 && m_keys[s] != key)
+            s = (s + 1) & m_mask;
+        m_keys[s] = key;
+        return m_heads[s];
     }
 
 private:
@@ -138,15 +136,16 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         for (qsizetype i = 0; i < n; ++i) {
             const QString &line = lines[i];
             const quint64 h = wholeHash(line);
+            int &head = seen.head(h);
             bool repeat = false;
-            for (int k = seen.find(h); k >= 0 && !repeat; k = next[size_t(k)]) {
+            for (int k = head; k >= 0 && !repeat; k = next[size_t(k)]) {
                 repeat = lines[k] == line;
                 if ((work -= line.size()) < 0)
                     return std::nullopt;
             }
             if (repeat)
                 continue;
-            next[size_t(i)] = seen.push(h, int(i));
+            next[size_t(i)] = std::exchange(head, int(i));
             distinct.push_back(int(i));
             kept[size_t(i)] = true;
             // Rarity only steers the choice of anchors, so one line in eight,
@@ -225,7 +224,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         }
         anchors.push_back({j, -1, bestOffset, text.size(), {}});
         std::memcpy(anchors.back().tail, c + text.size() - Q, sizeof anchors.back().tail);
-        anchors.back().next = anchorTable.push(bestHash, int(anchors.size() - 1));
+        anchors.back().next = std::exchange(anchorTable.head(bestHash), int(anchors.size() - 1));
         const quint32 slot = slotOf(bestHash);
         sketch[slot >> (FilterBits - SketchBits)] |= quint8(0x10u << (slot & 3));
     }
@@ -652,7 +651,6 @@ std::vector<bool> repeatsBySuffixes(const QStringList &lines, const std::vector<
             out = Codes::put(out, codes.rank(c));
         *out++ = 0;
     }
-    Q_ASSERT(out == text.data() + total);  // the codes' lengths were counted right
     start.back() = total;
 
     std::vector<saidx_t> suffixes(static_cast<size_t>(total));

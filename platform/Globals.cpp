@@ -142,12 +142,12 @@ void GuardedSteps(const Guard &guard, std::initializer_list<std::function<void()
         Guarded(guard, step);
 }
 
-QStringList ShuffleArray(const QStringList &entries)
+QStringList ShuffleArray(QStringList entries)
 {
     QStringList shuffled;
     Guarded(Guard::function(QStringLiteral("ShuffleArray")), [&] {
                 platform::random().reseedFromClock();
-                QStringList out = entries;
+                QStringList out = std::move(entries);  // a deck handed over is not copied
                 const qsizetype upper = out.size() - 1;
                 for (qsizetype i = 0; i <= upper; ++i) {
                     const double r = platform::random().next();

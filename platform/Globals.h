@@ -65,9 +65,9 @@ bool Guarded(const Guard &guard, const std::function<void()> &body);
 // reported and the next step runs all the same.
 void GuardedSteps(const Guard &guard, std::initializer_list<std::function<void()>> steps);
 
-// A shuffled copy of the entries (Fisher-Yates on the program's generator,
-// reseeded from the clock); the argument is not changed.
-QStringList ShuffleArray(const QStringList &entries);
+// The entries shuffled (Fisher-Yates on the program's generator, reseeded
+// from the clock); a list moved in is shuffled without a copy.
+QStringList ShuffleArray(QStringList entries);
 
 // Can the named component be loaded?
 bool IsDLLAvailable(const QString &name);

@@ -107,13 +107,11 @@ void frmTandrel::Form_Load()
             move(screen.x() + (screen.width() - width()) / 2, screen.y() + (screen.height() - height()) / 2);
         },
         [&] {
-            m_ui->cmbScoreToWin->clear();
             m_ui->cmbScoreToWin->addItems({"5", "10", "15", "20", "25", "30"});
             m_ui->cmbScoreToWin->setCurrentText(QStringLiteral("10"));
         },
         [&] { m_ui->clkRound->setText(roundCaption()); },
         [&] {
-            m_ui->cmbNumPlayers->clear();
             m_ui->cmbNumPlayers->addItems({"2", "3", "4", "5", "6", "7", "8", "9", "10"});
             m_ui->cmbNumPlayers->setCurrentText(QStringLiteral("2"));
         },
