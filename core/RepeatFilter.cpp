@@ -257,12 +257,27 @@ public:
     Codes(const QStringList &lines, const std::vector<qsizetype> &which)
         : m_rank(0x10000)
     {
+        // Four counts a unit, by position: with one, each character of a run
+        // of one unit would wait for the last one's count to be stored.
+        std::vector<quint32> counts(4 * 0x10000);
+        for (qsizetype i : which) {
+            const char16_t *c = chars(lines[i]);
+            const qsizetype n = lines[i].size();
+            qsizetype k = 0;
+            for (; k + 4 <= n; k += 4) {
+                ++counts[c[k]];
+                ++counts[0x10000 + c[k + 1]];
+                ++counts[0x20000 + c[k + 2]];
+                ++counts[0x30000 + c[k + 3]];
+            }
+            for (; k < n; ++k)
+                ++counts[c[k]];
+        }
         std::vector<quint32> count(0x10000);
         std::vector<char16_t> used;  // only these are ever asked for
-        for (qsizetype i : which)
-            for (QChar c : lines[i])
-                if (count[c.unicode()]++ == 0)
-                    used.push_back(c.unicode());
+        for (quint32 u = 0; u < 0x10000; ++u)
+            if ((count[u] = counts[u] + counts[0x10000 + u] + counts[0x20000 + u] + counts[0x30000 + u]) != 0)
+                used.push_back(char16_t(u));
         // The most frequent first; of equals, the lowest unit.
         std::ranges::sort(used, std::greater{}, [&](char16_t c) { return quint64(count[c]) << 16 | quint64(0xFFFF - c); });
         for (size_t r = 0; r < used.size(); ++r) {
