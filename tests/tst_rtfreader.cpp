@@ -81,6 +81,7 @@ private Q_SLOTS:
         row("u", "{\\rtf1 \\u8364?}", u"€"_qs);
         row("control words from a to z", "{\\rtf1 a\\zwj b\\Zq c\\Aq d}", u"abcd"_qs);
         row("negative u", "{\\rtf1 \\u-3913?}", QString(QChar(0xF0B7)));
+        row("u0, a control character, dropped", "{\\rtf1 a\\u0?b}", "ab");
         row("surrogate pair", "{\\rtf1 \\u-10179?\\u-8704?}", u"😀"_qs);
         row("uc0", "{\\rtf1\\uc0 \\u8364 x}", u"€x"_qs);
         row("uc2 hex fallback", "{\\rtf1\\uc2 \\u8364\\'80\\'80x}", u"€x"_qs);
