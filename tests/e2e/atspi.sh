@@ -12,8 +12,9 @@ if [ -z "${TANDREL_ATSPI_INNER:-}" ]; then
   trap 'rm -rf "$work"' EXIT
   cp "$program_dir/Tandrel" "$work/"
   printf 'Christmas Blank\r\nBlank Pole\r\nShoe Blank\r\n' > "$work/TandrelLines.txt"
+  # A display as the end-to-end run takes one (see run.sh).
   TANDREL_ATSPI_INNER=1 TANDREL_ATSPI_WORK="$work" \
-    xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1280x800x24" dbus-run-session -- bash "$0" "$program_dir" 2>&1 |
+    xvfb-run -n $((100 + RANDOM % 800)) -a -s "-screen 0 1280x800x24 -noreset" dbus-run-session -- bash "$0" "$program_dir" 2>&1 |
     grep -v -e 'fd limit' -e '^dbus-daemon' -e 'SpiRegistry' -e 'qt.multimedia' -e 'PulseAudio' -e 'XDG_RUNTIME_DIR'
   exit "${PIPESTATUS[0]}"
 fi

@@ -14,10 +14,12 @@ if [ -z "${TANDREL_E2E_INNER:-}" ]; then
   printf '# Lines written by the end-to-end test\r\nChristmas Blank\r\nBlank Pole\r\nShoe Blank\r\n' \
     > "$work/TandrelLines.txt"
   printf 'Paul wore a Blank suit to the wedding.\r\nHis Blank makes me laugh.\r\n' > "$work/TandrelPhrases.txt"
-  # A display number from a random start: two suites started together would
-  # otherwise race for the same first free one.
+  # The first free display from a random start: two suites started together
+  # would otherwise race for the same one. -noreset: a server whose last
+  # client leaves starts over and, meanwhile, refuses the next one (the game
+  # failed to connect now and then with two suites at once).
   TANDREL_E2E_INNER=1 TANDREL_E2E_WORK="$work" \
-    xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1280x800x24" bash "$0" "$program_dir"
+    xvfb-run -n $((100 + RANDOM % 800)) -a -s "-screen 0 1280x800x24 -noreset" bash "$0" "$program_dir"
   exit $?
 fi
 
