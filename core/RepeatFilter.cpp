@@ -159,9 +159,6 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         }
     }
 
-    // Lines are taken last to first: each is searched for the anchors of the
-    // lines after it (only an earlier line can make a line a repeat), then
-    // its own anchor, its rarest piece, joins them.
     // An anchor carries what rules out most places without touching its
     // line, which lies elsewhere in memory: the line's length and its last
     // piece, compared with the text in hand.
@@ -176,6 +173,9 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
     anchors.reserve(distinct.size());
     ChainTable anchorTable(qsizetype(distinct.size()));
     std::vector<int> shortLines;
+    // Lines are taken last to first: each is searched for the anchors of the
+    // lines after it (only an earlier line can make a line a repeat), then
+    // its own anchor, its rarest piece, joins them.
     for (auto it = distinct.rbegin(); it != distinct.rend(); ++it) {
         const int j = *it;
         const QString &text = lines[j];
