@@ -25,7 +25,7 @@ bool CheckQuestionFile(const QString &path)
 QStringList ReadEntries(questions::Kind kind, const QString &path)
 {
     questions::Reader reader(kind);
-    platform::readLines(path, [&](const QString &line) { return reader.add(line); });
+    platform::readLines(path, [&](QString &line) { return reader.add(std::move(line)); });
     return reader.finish();
 }
 

@@ -2,6 +2,10 @@
 #include "core/RepeatFilter.h"
 #include <algorithm>
 #include <array>
+#include <bit>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <utility>
 #include <vector>
 
@@ -10,7 +14,7 @@ namespace questions {
 namespace {
 const QChar Space(u' ');
 
-bool skipped(const QString &line)
+bool skipped(QStringView line)
 {
     return line.isEmpty() || line.startsWith(QLatin1Char('#')) || line.size() > MaxQuestionLength;
 }
@@ -25,13 +29,15 @@ QStringView trimmedView(const QString &text)
     return QStringView(text).sliced(begin, end - begin);
 }
 
-// The characters phraseCandidate acts on: separators and a placeholder's
-// first letter.
-constexpr auto PhraseSpecial = [] {
-    std::array<bool, 128> special{};
-    for (char c : {' ', ';', ',', '\t', 'B', 'b'})
-        special[size_t(c)] = true;
-    return special;
+// What phraseCandidate makes of an ASCII character: separators become
+// spaces, and a placeholder may start at either letter B.
+enum PhraseClass : quint8 { Plain, Separator, MayStartPlaceholder };
+constexpr auto PhraseClasses = [] {
+    std::array<PhraseClass, 128> classes{};
+    for (char c : {' ', ';', ',', '\t'})
+        classes[size_t(c)] = Separator;
+    classes[size_t('B')] = classes[size_t('b')] = MayStartPlaceholder;
+    return classes;
 }();
 
 // "BLANK", "Blank" or "blank" at i (called for every character: kept cheap).
@@ -47,6 +53,44 @@ bool isPlaceholderAt(const char16_t *c, qsizetype size, qsizetype i)
     }
     return w[0] == u'b' && w[1] == u'l' && w[2] == u'a' && w[3] == u'n' && w[4] == u'k';
 }
+
+// Copies c[0..8) to out and returns how many of them, from the first, the
+// phrase rule leaves as they are: ASCII, no separator but a single space,
+// no letter B before an L (c[8] is read too).
+inline qsizetype unchanged8(const char16_t *c, char16_t *out, bool lastSpace)
+{
+#if defined(__SSE2__)
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(c));
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(out), v);
+    const auto is = [&](char16_t x) { return _mm_cmpeq_epi16(v, _mm_set1_epi16(short(x))); };
+    const __m128i space = is(u' ');
+    const __m128i spaceBefore = _mm_or_si128(_mm_slli_si128(space, 2), _mm_cvtsi32_si128(lastSpace ? 0xFFFF : 0));
+    __m128i changed = _mm_or_si128(_mm_or_si128(is(u';'), is(u',')), _mm_or_si128(is(u'\t'), _mm_and_si128(space, spaceBefore)));
+    const __m128i lower = _mm_set1_epi16(0x20);  // ASCII letters in lower case
+    const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i *>(c + 1));
+    changed = _mm_or_si128(changed, _mm_and_si128(_mm_cmpeq_epi16(_mm_or_si128(v, lower), _mm_set1_epi16(short(u'b'))),
+                                                  _mm_cmpeq_epi16(_mm_or_si128(next, lower), _mm_set1_epi16(short(u'l')))));
+    changed = _mm_or_si128(changed, _mm_xor_si128(_mm_cmpeq_epi16(_mm_and_si128(v, _mm_set1_epi16(short(0xFF80))), _mm_setzero_si128()),
+                                                  _mm_set1_epi16(-1)));
+    return std::countr_zero(unsigned(_mm_movemask_epi8(changed)) | 0x10000u) / 2;
+#else
+    Q_UNUSED(c);
+    Q_UNUSED(out);
+    Q_UNUSED(lastSpace);
+    return 0;
+#endif
+}
+
+// A string of size characters for an entry: the line's own, when nothing
+// else shares it and it has the room, else a new one.
+QString bufferFor(QString &line, qsizetype size)
+{
+    if (line.isDetached() && line.capacity() >= size) {
+        line.resize(size);
+        return std::move(line);
+    }
+    return QString(size, Qt::Uninitialized);
+}
 }  // namespace
 
 QString trimSpaces(const QString &text)
@@ -54,7 +98,7 @@ QString trimSpaces(const QString &text)
     return trimmedView(text).toString();
 }
 
-std::optional<QString> matchCandidate(const QString &raw)
+std::optional<QString> matchCandidate(QString raw)
 {
     // One pass: separators as spaces, runs of spaces made one, upper case,
     // and each "BLANK" noted as it is written.
@@ -92,7 +136,7 @@ std::optional<QString> matchCandidate(const QString &raw)
     if (at < 0 || !(spaceBefore || (at + 5 < m && o[at + 5] == u' ')))
         return std::nullopt;
     const auto *blank = reinterpret_cast<const char16_t *>(MatchBlank.utf16());
-    QString entry(m - 5 + MatchBlank.size(), Qt::Uninitialized);  // the space becomes the comma
+    QString entry = bufferFor(raw, m - 5 + MatchBlank.size());  // the space becomes the comma
     char16_t *e = reinterpret_cast<char16_t *>(entry.data());
     if (spaceBefore) {
         e = std::copy(o, o + at - 1, e);
@@ -110,7 +154,7 @@ std::optional<QString> matchCandidate(const QString &raw)
     return entry;
 }
 
-std::optional<QString> phraseCandidate(const QString &raw)
+std::optional<QString> phraseCandidate(QString raw)
 {
     // One pass: separators as spaces, runs of spaces made one, and each
     // placeholder made a blank. A placeholder with a space beside it keeps
@@ -126,17 +170,9 @@ std::optional<QString> phraseCandidate(const QString &raw)
     qsizetype m = 0;
     bool any = false, lastSpace = false;
     for (qsizetype i = 0; i < n;) {
-        // Most characters are none of the ones looked for: one test each.
-        if (const char16_t ch = c[i]; ch >= 128 || !PhraseSpecial[ch]) {
-            o[m++] = ch;
-            lastSpace = false;
-            ++i;
-        } else if (spaceAt(i)) {
-            if (!lastSpace)
-                o[m++] = u' ';
-            lastSpace = true;
-            ++i;
-        } else if (isPlaceholderAt(c, n, i)) {
+        const char16_t ch = c[i];
+        const PhraseClass kind = ch < 128 ? PhraseClasses[ch] : Plain;
+        if (kind == MayStartPlaceholder && isPlaceholderAt(c, n, i)) {
             any = true;
             for (int k = 0; k < 9; ++k)
                 o[m++] = u'_';
@@ -144,23 +180,35 @@ std::optional<QString> phraseCandidate(const QString &raw)
                 o[m++] = u' ';
             lastSpace = false;
             i += 5;
+            continue;
+        }
+        if (kind == Separator) {
+            if (!lastSpace)
+                o[m++] = u' ';
+            lastSpace = true;
         } else {
-            o[m++] = c[i];
+            o[m++] = ch;
             lastSpace = false;
-            ++i;
+        }
+        ++i;
+        // Most text is words and single spaces, which stay as they are: eight
+        // characters at a time are copied up to the first that does not.
+        for (qsizetype k = 8; k == 8 && i + 9 <= n; m += k, i += k) {
+            k = unchanged8(c + i, o + m, lastSpace);
+            if (k)
+                lastSpace = c[i + k - 1] == u' ';
         }
     }
-    if (!any)
+    if (!any || skipped(QStringView(o, m)))  // told from the buffer, before any allocation
         return std::nullopt;
-    QString entry(reinterpret_cast<const QChar *>(o), m);
-    if (skipped(entry))
-        return std::nullopt;
+    QString entry = bufferFor(raw, m);
+    std::copy(o, o + m, reinterpret_cast<char16_t *>(entry.data()));
     return entry;
 }
 
-std::optional<QString> candidate(Kind kind, const QString &line)
+std::optional<QString> candidate(Kind kind, QString line)
 {
-    return kind == Kind::Match ? matchCandidate(line) : phraseCandidate(line);
+    return kind == Kind::Match ? matchCandidate(std::move(line)) : phraseCandidate(std::move(line));
 }
 
 namespace literal {
@@ -215,9 +263,9 @@ Reader::Reader(Kind kind)
 {
 }
 
-bool Reader::add(const QString &line)
+bool Reader::add(QString line)
 {
-    auto entry = candidate(m_kind, line);
+    auto entry = candidate(m_kind, std::move(line));
     if (!entry)
         return true;
     m_candidates.append(std::move(*entry));

@@ -22,10 +22,11 @@ enum class Kind { Match, Phrase };
 
 // The line as it would enter the deck, or nothing when the line is skipped
 // for its own sake (comment, empty, no or too many placeholders...). Whether
-// it repeats an earlier line is decided by the reader.
-std::optional<QString> matchCandidate(const QString &line);
-std::optional<QString> phraseCandidate(const QString &line);
-std::optional<QString> candidate(Kind kind, const QString &line);
+// it repeats an earlier line is decided by the reader. A line handed over
+// (nothing else sharing it) may become the entry, written in its own place.
+std::optional<QString> matchCandidate(QString line);
+std::optional<QString> phraseCandidate(QString line);
+std::optional<QString> candidate(Kind kind, QString line);
 
 // The same rules applied step by step, as they are written: the reference
 // for the single-pass versions above, which use them for any line they do
@@ -45,7 +46,7 @@ class Reader {
 public:
     explicit Reader(Kind kind);
     // False once the deck is full: no later line can change it.
-    bool add(const QString &line);
+    bool add(QString line);
     // The accepted entries, in file order, at most MaxDeckEntries.
     QStringList finish();
 

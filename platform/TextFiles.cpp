@@ -23,10 +23,15 @@ std::function<void(const QString &)> &commitHook()
     return hook;
 }
 
+// Room for what a reader may add to a line in place (a question's blank is
+// longer than the word it replaces), so that it need not copy the line.
+constexpr qsizetype LineRoom = 16;
+
 QString decodeLine(QByteArrayView bytes)
 {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
+    QString text(bytes.size() + LineRoom, Qt::Uninitialized);
+    text.truncate(utf8.appendToBuffer(text.data(), bytes) - text.constData());
     if (utf8.hasError())
         return QString::fromLatin1(bytes.data(), bytes.size());
     return text;
@@ -221,9 +226,10 @@ void LineSplitter::finish(const EachLine &eachLine)
     }
     if (m_overlong)
         return;
-    if (!m_pending.isEmpty())
-        eachLine(decodeLine(m_pending));
-    else if (!m_pendingText.isEmpty())
+    if (!m_pending.isEmpty()) {
+        QString line = decodeLine(m_pending);
+        eachLine(line);
+    } else if (!m_pendingText.isEmpty())
         eachLine(m_pendingText);
 }
 
@@ -244,7 +250,7 @@ void openToRead(const QString &real, QFile &file)
 }
 }  // namespace
 
-void readLines(const QString &path, const std::function<bool(const QString &)> &eachLine, qsizetype maxLine)
+void readLines(const QString &path, const LineSplitter::EachLine &eachLine, qsizetype maxLine)
 {
     const QString real = onDisk(path);
     QFile file;

@@ -26,13 +26,14 @@ QByteArray encodeText(const QString &text);
 
 // Cuts bytes into lines as they arrive, in pieces of any size: a line ends at
 // CR LF, a bare LF or a bare CR, and a CR LF split between two pieces is one
-// end. Lines are decoded as decodeText does. The callback returns false to
-// stop early; feed then returns false too. A line longer than maxLine
-// (bytes, or characters after a UTF-16 mark), when given, is skipped
+// end. Lines are decoded as decodeText does, into strings with room to grow
+// a little, and handed over: the callback may keep the string. It returns
+// false to stop early; feed then returns false too. A line longer than
+// maxLine (bytes, or characters after a UTF-16 mark), when given, is skipped
 // without being held.
 class LineSplitter {
 public:
-    using EachLine = std::function<bool(const QString &line)>;
+    using EachLine = std::function<bool(QString &line)>;
     explicit LineSplitter(qsizetype maxLine = 0);
     bool feed(QByteArrayView bytes, const EachLine &eachLine);
     // Hands over the last line when the bytes did not end with a line end.
@@ -72,7 +73,7 @@ constexpr qsizetype MaxShownFileBytes = 4 * MaxShownChars;
 constexpr qsizetype MaxLineBytes = 64 * 1024;
 
 // Reads a file line by line with a LineSplitter (maxLine 0: any length).
-void readLines(const QString &path, const std::function<bool(const QString &line)> &eachLine,
+void readLines(const QString &path, const LineSplitter::EachLine &eachLine,
                qsizetype maxLine = MaxLineBytes);
 
 // Reads a whole file's bytes; one larger than maxBytes (when given) fails
