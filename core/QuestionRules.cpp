@@ -81,15 +81,12 @@ inline qsizetype unchanged8(const char16_t *c, char16_t *out, bool lastSpace)
 #endif
 }
 
-// A string of size characters for an entry: the line's own, when nothing
-// else shares it and it has the room, else a new one.
-QString bufferFor(QString &line, qsizetype size)
+// The line's own string made size characters long for the entry: a line
+// handed over by the reader has room to spare, so nothing is allocated.
+QString resized(QString &line, qsizetype size)
 {
-    if (line.isDetached() && line.capacity() >= size) {
-        line.resize(size);
-        return std::move(line);
-    }
-    return QString(size, Qt::Uninitialized);
+    line.resize(size);
+    return std::move(line);
 }
 }  // namespace
 
@@ -136,7 +133,7 @@ std::optional<QString> matchCandidate(QString raw)
     if (at < 0 || !(spaceBefore || (at + 5 < m && o[at + 5] == u' ')))
         return std::nullopt;
     const auto *blank = reinterpret_cast<const char16_t *>(MatchBlank.utf16());
-    QString entry = bufferFor(raw, m - 5 + MatchBlank.size());  // the space becomes the comma
+    QString entry = resized(raw, m - 5 + MatchBlank.size());  // the space becomes the comma
     char16_t *e = reinterpret_cast<char16_t *>(entry.data());
     if (spaceBefore) {
         e = std::copy(o, o + at - 1, e);
@@ -201,7 +198,7 @@ std::optional<QString> phraseCandidate(QString raw)
     }
     if (!any || skipped(QStringView(o, m)))  // told from the buffer, before any allocation
         return std::nullopt;
-    QString entry = bufferFor(raw, m);
+    QString entry = resized(raw, m);
     std::copy(o, o + m, reinterpret_cast<char16_t *>(entry.data()));
     return entry;
 }
