@@ -14,7 +14,6 @@
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QTextEdit>
-#include <QTimer>
 
 namespace {
 // The main window with no question files, so it starts quietly.
@@ -28,6 +27,18 @@ struct Editors : GameWindow {
         fake.boxes.clear();
         (open(matches)->ui()->*button)->click();
     }
+};
+// An editor's file before (empty: none), the box's text (null: as loaded), Load or else Save, the answer to its
+// question, the box after (null: as it was), the file after (empty: none), the boxes' titles.
+struct LoadSave {
+    bool matches;
+    QByteArray before;
+    QString inBox;
+    bool load;
+    int answer;
+    QString boxAfter;
+    QByteArray after;
+    QStringList titles;
 };
 const QByteArray Written = "#Tandrel Configuration file\r\n\r\n"
                            "TimerTime: 60\r\nSoundContinual: Yes\r\nBuzzer: Yes\r\nSound: Yes\r\nTimer: No\r\n";
@@ -99,52 +110,37 @@ private Q_SLOTS:
 
     void loadAndSave_data()
     {
-        QTest::addColumn<bool>("matches");
-        QTest::addColumn<QByteArray>("before");  // the file; empty: none
-        QTest::addColumn<QString>("inBox");      // null: as loaded
-        QTest::addColumn<bool>("load");          // Load, else Save
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("boxAfter");   // null: as it was
-        QTest::addColumn<QByteArray>("after");   // the file; empty: none
-        QTest::addColumn<QStringList>("titles");
-        auto row = [](const char *name, bool matches, const QByteArray &before, const QString &inBox, bool load, int answer,
-                      const QString &boxAfter, const QByteArray &after, const QStringList &titles) {
-            QTest::newRow(name) << matches << before << inBox << load << answer << boxAfter << after << titles;
-        };
+        QTest::addColumn<LoadSave>("row");
+        auto row = [](const char *name, const LoadSave &step) { QTest::newRow(name) << step; };
         const QByteArray file = "from the file\r\n", old = "old\r\n";
         const QString ten = QStringLiteral("0123456789"), loaded = QStringLiteral("from the file\n");
         const QStringList replaceBox{"Overwrite Questions In Text Box?"}, saved{"File Saved Successfully"},
             replaceFile{"Overwrite File?"}, nothing{"Nothing to Save."};
-        row("load: 10 characters, no question", false, file, ten, true, 0, loaded, file, {});
-        row("load: 11 characters, Yes", false, file, ten + "!", true, 6, loaded, file, replaceBox);
-        row("load: 11 characters, No", false, file, ten + "!", true, 7, {}, file, replaceBox);
-        row("load: 11 characters, Cancel", true, file, ten + "!", true, 2, {}, file, replaceBox);
-        row("load: a line end counts twice", true, file, "01234\n6789", true, 7, {}, file, replaceBox);
-        row("save: new file", false, {}, "A Blank line\nAnother Blank\n", false, 0, {}, "A Blank line\r\nAnother Blank\r\n", saved);
-        row("save: spaces kept", true, {}, "  Blank Winter  ", false, 0, {}, "  Blank Winter  ", saved);
-        row("save: three letters in spaces", false, {}, "           abc", false, 0, {}, {}, nothing);
-        row("save: ten letters are not enough", true, {}, "  ABCDEFGHIJ  ", false, 0, {}, {}, nothing);
-        row("save: eleven are", true, {}, "ABCDEFGHIJK", false, 0, {}, "ABCDEFGHIJK", saved);
-        row("save: existing, Yes", true, old, "Blank Pole\nShoe Blank", false, 6, {}, "Blank Pole\r\nShoe Blank", replaceFile + saved);
-        row("save: existing, No", true, old, "Blank Pole\nShoe Blank", false, 7, {}, old, replaceFile);
-        row("save: existing, Cancel", false, old, "A long enough Blank", false, 2, {}, old, replaceFile);
-        row("save: accents and tabs", false, {}, u"Crème\tbrûlée is a Blank"_qs, false, 0, {}, u"Crème\tbrûlée is a Blank"_qs.toUtf8(), saved);
+        row("load: 10 characters, no question", {false, file, ten, true, 0, loaded, file, {}});
+        row("load: 11 characters, Yes", {false, file, ten + "!", true, 6, loaded, file, replaceBox});
+        row("load: 11 characters, No", {false, file, ten + "!", true, 7, {}, file, replaceBox});
+        row("load: 11 characters, Cancel", {true, file, ten + "!", true, 2, {}, file, replaceBox});
+        row("load: a line end counts twice", {true, file, "01234\n6789", true, 7, {}, file, replaceBox});
+        row("save: new file", {false, {}, "A Blank line\nAnother Blank\n", false, 0, {}, "A Blank line\r\nAnother Blank\r\n", saved});
+        row("save: spaces kept", {true, {}, "  Blank Winter  ", false, 0, {}, "  Blank Winter  ", saved});
+        row("save: three letters in spaces", {false, {}, "           abc", false, 0, {}, {}, nothing});
+        row("save: ten letters are not enough", {true, {}, "  ABCDEFGHIJ  ", false, 0, {}, {}, nothing});
+        row("save: eleven are", {true, {}, "ABCDEFGHIJK", false, 0, {}, "ABCDEFGHIJK", saved});
+        row("save: existing, Yes", {true, old, "Blank Pole\nShoe Blank", false, 6, {}, "Blank Pole\r\nShoe Blank", replaceFile + saved});
+        row("save: existing, No", {true, old, "Blank Pole\nShoe Blank", false, 7, {}, old, replaceFile});
+        row("save: existing, Cancel", {false, old, "A long enough Blank", false, 2, {}, old, replaceFile});
+        row("save: accents and tabs", {false, {}, u"Crème\tbrûlée is a Blank"_qs, false, 0, {}, u"Crème\tbrûlée is a Blank"_qs.toUtf8(), saved});
         // Loaded, then saved: the same bytes.
         for (const auto &[name, text] : {std::pair{"line and paragraph separators", u"A Blank\u2028split\r\nPara\u2029graph Blank\r\n"_qs},
                                          {"private-use letters", u"\uE000\uE001 Blank\u2028\uE002\u2029\r\n"_qs},
                                          {"a line separator alone", u"One Blank\u2028line\r\n"_qs},
                                          {"tabs, no-break spaces, emoji", u"\tTab Blank\u00A0\U0001F600  \r\n\r\n\r\n# note\r\n"_qs}})
-            row(name, false, text.toUtf8(), {}, false, 6, {}, text.toUtf8(), replaceFile + saved);
+            row(name, {false, text.toUtf8(), {}, false, 6, {}, text.toUtf8(), replaceFile + saved});
     }
     void loadAndSave()
     {
-        QFETCH(bool, matches);
-        QFETCH(QByteArray, before);
-        QFETCH(QString, inBox);
-        QFETCH(bool, load);
-        QFETCH(int, answer);
-        QFETCH(QString, boxAfter);
-        QFETCH(QByteArray, after);
+        QFETCH(LoadSave, row);
+        const auto &[matches, before, inBox, load, answer, boxAfter, after, titles] = row;
         Editors e;
         const QString file = matches ? MatchFile : PhraseFile;
         if (!before.isEmpty())
@@ -154,7 +150,7 @@ private Q_SLOTS:
             e.open(matches)->ui()->rtb1->setPlainText(inBox);
         const QString shown = e.box(matches);
         e.click(matches, load ? &Ui::frmEditQuestions::clkLoad : &Ui::frmEditQuestions::clkSave, {answer});
-        QTEST(e.fake.boxTitles(), "titles");
+        QCOMPARE(e.fake.boxTitles(), titles);
         QCOMPARE(e.box(matches), boxAfter.isNull() ? shown : boxAfter);
         QCOMPARE(e.fake.fileBytes(file), after);
         QCOMPARE(QFile::exists(e.fake.path(file)), !after.isEmpty());
@@ -283,29 +279,6 @@ private Q_SLOTS:
         }
         GameWindow next(6, 6, saved);
         QCOMPARE(settings(next), QStringLiteral("110/110 No Yes Yes Yes"));
-    }
-
-    void realDialogClosesWithEscape()
-    {
-        GameWindow g;
-        g.w().show();
-        QString seenTitle;
-        QTimer poll;
-        connect(&poll, &QTimer::timeout, [&] {
-            if (QWidget *modal = QApplication::activeModalWidget()) {
-                seenTitle = modal->windowTitle();
-                QTest::keyClick(modal, Qt::Key_Escape);
-            }
-        });
-        QTimer::singleShot(5000, [] {  // a dialog that stays ends fast
-            if (QWidget *modal = QApplication::activeModalWidget())
-                modal->close();
-        });
-        g.fake.onModal = [](QDialog &dialog) { return dialog.exec(); };
-        poll.start(20);
-        g.w().clkConfig_Click();
-        QCOMPARE(seenTitle, QStringLiteral("Tandrel Configure Options"));
-        QVERIFY(g.fake.fileBytes("Tandrel.cfg").isEmpty());
     }
 };
 

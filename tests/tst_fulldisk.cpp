@@ -153,19 +153,6 @@ private Q_SLOTS:
         QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
         editor->close();
     }
-    void updateOnAFullDiskStopsAtItsWriteTest()
-    {
-        SmallDisk disk;
-        FakePlatform fake;
-        fake.dir = disk.path();
-        QVERIFY(QDir(disk.path()).mkdir(QStringLiteral("BackUps")));
-        frmTandrel main;
-        disk.fill(0);
-        main.clkUpdate_Click();
-        const QString report = fake.boxes.value(fake.boxes.size() - 1).text;
-        QVERIFY2(report.startsWith("Current SubRoutine is testFileWrite\r\n") && report.contains("\r\nError Number: 61\r\n"), qPrintable(report));
-        QVERIFY(fake.urlsOpened.isEmpty());
-    }
     // The log writes into its own file in a folder that takes no new files.
     void logWritesIntoItsFileInAFolderThatTakesNoFiles()
     {

@@ -42,6 +42,16 @@ Game gameWith(int players, const QList<int> &scores, int matches = 20, int phras
     g.setPlayerCount(players);
     return g;
 }
+
+// Decks of that many matches and phrases, a score, a point up or down, the score after.
+struct Points { int matches, phrases, start; bool up; int expected; };
+// That many players, the turn given to a row, steps (f forward, b back), the turns they give, the round after.
+struct Turns { int players, start; QString steps; QList<int> turns; int round; };
+// The score to win, the rows' scores, the players when the round ends, the winners and the best score.
+struct Ending { int target; QList<int> scores; int players; QList<int> winners; int best; };
+// A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
+// players' calls, and whether it runs at the end.
+struct Ticks { int length; QString sound, script; QStringList shown, calls; bool running = false; };
 }  // namespace
 
 class TestGame : public QObject {
@@ -52,12 +62,12 @@ private Q_SLOTS:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<QStringList>("entries");
-        auto match = [](const char *name, const QStringList &lines, const QStringList &entries) {
-            QTest::newRow(name) << int(Kind::Match) << lines << entries;
+        const auto row = [](Kind kind) {
+            return [kind](const char *name, const QStringList &lines, const QStringList &entries) {
+                QTest::newRow(name) << int(kind) << lines << entries;
+            };
         };
-        auto phrase = [](const char *name, const QStringList &lines, const QStringList &entries) {
-            QTest::newRow(name) << int(Kind::Phrase) << lines << entries;
-        };
+        const auto match = row(Kind::Match), phrase = row(Kind::Phrase);
         match("samples", {"# Tandrel Match Lines ", "", "Blank Wizard", "Christmas Blank"}, {U19 + ",WIZARD", "CHRISTMAS," + U19});
         match("part of an earlier line", {"Shoe Blank", "hoe blank"}, {"SHOE," + U19});
         match("same line in other case", {"Apple Blank", "APPLE BLANK", "apple blank"}, {"APPLE," + U19});
@@ -177,26 +187,19 @@ private Q_SLOTS:
 
     void scorePoints_data()
     {
-        QTest::addColumn<int>("matches");
-        QTest::addColumn<int>("phrases");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<bool>("up");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("up") << 6 << 6 << 3 << true << 4;
-        QTest::newRow("up to both decks' size") << 6 << 6 << 11 << true << 12;
-        QTest::newRow("up stops there") << 6 << 6 << 12 << true << 12;
-        QTest::newRow("one deck only") << 4 << 0 << 4 << true << 4;
-        QTest::newRow("down") << 6 << 6 << 3 << false << 2;
-        QTest::newRow("down stops at 0") << 6 << 6 << 0 << false << 0;
-        QTest::newRow("no deck, no points") << 0 << 0 << 0 << true << 0;
+        QTest::addColumn<Points>("row");
+        QTest::newRow("up") << Points{6, 6, 3, true, 4};
+        QTest::newRow("up to both decks' size") << Points{6, 6, 11, true, 12};
+        QTest::newRow("up stops there") << Points{6, 6, 12, true, 12};
+        QTest::newRow("one deck only") << Points{4, 0, 4, true, 4};
+        QTest::newRow("down") << Points{6, 6, 3, false, 2};
+        QTest::newRow("down stops at 0") << Points{6, 6, 0, false, 0};
+        QTest::newRow("no deck, no points") << Points{0, 0, 0, true, 0};
     }
     void scorePoints()
     {
-        QFETCH(int, start);
-        QFETCH(bool, up);
-        QFETCH(int, expected);
-        QFETCH(int, matches);
-        QFETCH(int, phrases);
+        QFETCH(Points, row);
+        const auto [matches, phrases, start, up, expected] = row;
         Game g = gameWith(3, {0, start}, matches, phrases);
         g.giveTurn(2);
         QCOMPARE(up ? g.scoreUp(1) : g.scoreDown(1), expected != start);
@@ -222,24 +225,18 @@ private Q_SLOTS:
 
     void turnChanges_data()
     {
-        QTest::addColumn<int>("players");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<QString>("steps");  // f forward, b back
-        QTest::addColumn<QList<int>>("turns");
-        QTest::addColumn<int>("round");
-        QTest::newRow("three players round") << 3 << 0 << "fff" << QList<int>{1, 2, 0} << 2;
-        QTest::newRow("back from row 0 to the last") << 3 << 0 << "b" << QList<int>{2} << 1;
-        QTest::newRow("back never ends a round") << 2 << 1 << "bbb" << QList<int>{0, 1, 0} << 1;
-        QTest::newRow("from a given turn") << 5 << 3 << "f" << QList<int>{4} << 1;
-        QTest::newRow("given the last turn") << 4 << 3 << "f" << QList<int>{0} << 2;
-        QTest::newRow("ten players") << 10 << 8 << "ff" << QList<int>{9, 0} << 2;
+        QTest::addColumn<Turns>("row");
+        QTest::newRow("three players round") << Turns{3, 0, "fff", {1, 2, 0}, 2};
+        QTest::newRow("back from row 0 to the last") << Turns{3, 0, "b", {2}, 1};
+        QTest::newRow("back never ends a round") << Turns{2, 1, "bbb", {0, 1, 0}, 1};
+        QTest::newRow("from a given turn") << Turns{5, 3, "f", {4}, 1};
+        QTest::newRow("given the last turn") << Turns{4, 3, "f", {0}, 2};
+        QTest::newRow("ten players") << Turns{10, 8, "ff", {9, 0}, 2};
     }
     void turnChanges()
     {
-        QFETCH(int, players);
-        QFETCH(int, start);
-        QFETCH(QString, steps);
-        QFETCH(int, round);
+        QFETCH(Turns, row);
+        const auto &[players, start, steps, turns, round] = row;
         Game g = gameWith(players, {});
         g.giveTurn(start);
         QList<int> seen;
@@ -250,31 +247,26 @@ private Q_SLOTS:
             roundsEnded += change.roundEnded;
             QVERIFY(change.winners.isEmpty());
         }
-        QTEST(seen, "turns");
+        QCOMPARE(seen, turns);
         QCOMPARE(g.round(), qint16(round));
         QCOMPARE(roundsEnded, round - 1);
     }
 
     void winnerAtTheEndOfARound_data()
     {
-        QTest::addColumn<int>("target");
-        QTest::addColumn<QList<int>>("scores");
-        QTest::addColumn<int>("players");  // when the round ends
-        QTest::addColumn<QList<int>>("winners");
-        QTest::addColumn<int>("best");
-        QTest::newRow("best wins") << 10 << QList<int>{12, 10} << 2 << QList<int>{0} << 12;
-        QTest::newRow("equal best tie") << 10 << QList<int>{10, 10} << 2 << QList<int>{0, 1} << 10;
-        QTest::newRow("three of four tie") << 5 << QList<int>{5, 2, 5, 5} << 4 << QList<int>{0, 2, 3} << 5;
-        QTest::newRow("below target") << 5 << QList<int>{4, 4, 0} << 3 << QList<int>{} << 4;
-        QTest::newRow("row out of play never wins") << 5 << QList<int>{1, 2, 0, 9} << 3 << QList<int>{} << 2;
-        QTest::newRow("last row wins") << 5 << QList<int>{0, 6} << 2 << QList<int>{1} << 6;
-        QTest::newRow("all zero, target 5") << 5 << QList<int>{0, 0} << 2 << QList<int>{} << 0;
+        QTest::addColumn<Ending>("row");
+        QTest::newRow("best wins") << Ending{10, {12, 10}, 2, {0}, 12};
+        QTest::newRow("equal best tie") << Ending{10, {10, 10}, 2, {0, 1}, 10};
+        QTest::newRow("three of four tie") << Ending{5, {5, 2, 5, 5}, 4, {0, 2, 3}, 5};
+        QTest::newRow("below target") << Ending{5, {4, 4, 0}, 3, {}, 4};
+        QTest::newRow("row out of play never wins") << Ending{5, {1, 2, 0, 9}, 3, {}, 2};
+        QTest::newRow("last row wins") << Ending{5, {0, 6}, 2, {1}, 6};
+        QTest::newRow("all zero, target 5") << Ending{5, {0, 0}, 2, {}, 0};
     }
     void winnerAtTheEndOfARound()
     {
-        QFETCH(int, target);
-        QFETCH(QList<int>, scores);
-        QFETCH(int, players);
+        QFETCH(Ending, row);
+        const auto &[target, scores, players, winners, best] = row;
         Game g = gameWith(players, scores);
         g.setScoreToWin(qint16(target));
         // A score at the target in the middle of a round decides nothing.
@@ -282,10 +274,10 @@ private Q_SLOTS:
             QVERIFY(!g.changePlayer(Direction::Forward).roundEnded);
         const game::TurnChange change = g.changePlayer(Direction::Forward);
         QVERIFY(change.roundEnded);
-        QTEST(change.winners, "winners");
-        QTEST(int(change.best), "best");
-        for (int row = 0; row < scores.size(); ++row)  // deciding changes no score
-            QCOMPARE(g.score(row), qint16(scores[row]));
+        QCOMPARE(change.winners, winners);
+        QCOMPARE(int(change.best), best);
+        for (int r = 0; r < scores.size(); ++r)  // deciding changes no score
+            QCOMPARE(g.score(r), qint16(scores[r]));
     }
 
     void deckWrapsBothWays_data()
@@ -326,40 +318,32 @@ private Q_SLOTS:
 
     void countdown_data()
     {
-        QTest::addColumn<int>("length");
-        QTest::addColumn<QString>("sound");  // s sound on, b buzzer, c music plays on through zero
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QStringList>("shown");  // every change of the display; "!" a tick that failed
-        QTest::addColumn<QStringList>("calls");
-        QTest::addColumn<bool>("running");
+        QTest::addColumn<Ticks>("row");
+        // Sound: s sound on, b buzzer, c music plays on through zero. Script:
         // r a new question, t a tick, s the timer started, dN the display set,
         // Q q the timer switched on or off with a question on show, X x without one
         const QStringList from3{"3", "2", "1", "0"};
         const QStringList zero{"wmp1 play", "wmp2 play", "wmp1 stop"};
-        auto row = [](const char *name, int length, const char *sound, const char *script, const QStringList &shown,
-                      const QStringList &calls, bool running = false) {
-            QTest::newRow(name) << length << QString(sound) << QString(script) << shown << calls << running;
-        };
-        row("buzzer, music stops", 3, "sb", "r t t t t", from3, zero);
-        row("buzzer, music plays on", 3, "sbc", "r t t t t", from3, {"wmp1 play", "wmp2 play"});
-        row("music stops only", 3, "s", "r t t t t", from3, {"wmp1 play", "wmp1 stop"});
-        row("silent, music on", 3, "sc", "r t t t t", from3, {"wmp1 play"});
-        row("sound off: silence", 3, "b", "r t t t t", from3, {});
-        row("length 1: zero at once", 1, "sb", "r t t", {"1", "0"}, zero);
-        row("length 0: stops in silence", 0, "sb", "r t", {"0"}, {"wmp1 play"});
-        row("a new question restarts it", 30, "s", "r t r", {"29", "30"}, {"wmp1 play", "wmp1 play"}, true);
-        row("timer off: a question leaves it idle at the length", 30, "s", "r t q d7 r", {"29", "30", "7", "30"}, {"wmp1 play"});
-        row("off with a question: idle", 20, "s", "d7 s q", {"7", "20"}, {});
-        row("on with a question: resumes", 20, "s", "d7 Q", {"7"}, {}, true);
-        row("off without a question: no change", 20, "s", "d7 s x", {"7"}, {}, true);
-        row("on without a question: no change", 20, "s", "d7 X", {"7"}, {});
-        row("a tick that cannot count fails and keeps ticking", 30, "s", "d-32768 s t", {"-32768", "!"}, {}, true);
+        auto row = [](const char *name, const Ticks &ticks) { QTest::newRow(name) << ticks; };
+        row("buzzer, music stops", {3, "sb", "r t t t t", from3, zero});
+        row("buzzer, music plays on", {3, "sbc", "r t t t t", from3, {"wmp1 play", "wmp2 play"}});
+        row("music stops only", {3, "s", "r t t t t", from3, {"wmp1 play", "wmp1 stop"}});
+        row("silent, music on", {3, "sc", "r t t t t", from3, {"wmp1 play"}});
+        row("sound off: silence", {3, "b", "r t t t t", from3, {}});
+        row("length 1: zero at once", {1, "sb", "r t t", {"1", "0"}, zero});
+        row("length 0: stops in silence", {0, "sb", "r t", {"0"}, {"wmp1 play"}});
+        row("a new question restarts it", {30, "s", "r t r", {"29", "30"}, {"wmp1 play", "wmp1 play"}, true});
+        row("timer off: a question leaves it idle at the length", {30, "s", "r t q d7 r", {"29", "30", "7", "30"}, {"wmp1 play"}});
+        row("off with a question: idle", {20, "s", "d7 s q", {"7", "20"}, {}});
+        row("on with a question: resumes", {20, "s", "d7 Q", {"7"}, {}, true});
+        row("off without a question: no change", {20, "s", "d7 s x", {"7"}, {}, true});
+        row("on without a question: no change", {20, "s", "d7 X", {"7"}, {}});
+        row("a tick that cannot count fails and keeps ticking", {30, "s", "d-32768 s t", {"-32768", "!"}, {}, true});
     }
     void countdown()
     {
-        QFETCH(int, length);
-        QFETCH(QString, sound);
-        QFETCH(QString, script);
+        QFETCH(Ticks, row);
+        const auto &[length, sound, script, expectedShown, calls, running] = row;
         FakePlatform fake;
         Sound s;
         Countdown count(s, nullptr);
@@ -390,9 +374,9 @@ private Q_SLOTS:
                     shown << "!";
                 }
         }
-        QTEST(shown, "shown");
-        QTEST(fake.mediaCalls, "calls");
-        QTEST(count.isRunning(), "running");
+        QCOMPARE(shown, expectedShown);
+        QCOMPARE(fake.mediaCalls, calls);
+        QCOMPARE(count.isRunning(), running);
     }
 };
 

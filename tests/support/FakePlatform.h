@@ -2,11 +2,23 @@
 // A whole platform for tests: message boxes answered from a script and
 // recorded, a program folder of its own, a fixed clock and locale, media
 // players and launches that only record what they were told.
+#include "platform/Errors.h"
 #include "platform/Services.h"
 #include <QStringList>
 #include <QTemporaryDir>
 #include <functional>
 #include <random>
+
+// The failure number f raises, or 0 when it raises none.
+inline int failureOf(const std::function<void()> &f)
+{
+    try {
+        f();
+    } catch (const platform::RuntimeError &e) {
+        return e.number();
+    }
+    return 0;
+}
 
 struct ShownBox {
     QString text;
