@@ -57,7 +57,8 @@ bool isPlaceholderAt(const char16_t *c, qsizetype size, qsizetype i)
 // Copies c[0..8) to out and returns how many of them, from the first, the
 // phrase rule leaves as they are: ASCII, no separator but a single space,
 // no letter B before an L (c[8] is read too).
-inline qsizetype unchanged8(const char16_t *c, char16_t *out, bool lastSpace)
+inline qsizetype unchanged8([[maybe_unused]] const char16_t *c, [[maybe_unused]] char16_t *out,
+                            [[maybe_unused]] bool lastSpace)
 {
 #if defined(__SSE2__)
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(c));
@@ -74,9 +75,6 @@ inline qsizetype unchanged8(const char16_t *c, char16_t *out, bool lastSpace)
                                                   _mm_set1_epi16(-1)));
     return std::countr_zero(unsigned(_mm_movemask_epi8(changed)) | 0x10000u) / 2;
 #else
-    Q_UNUSED(c);
-    Q_UNUSED(out);
-    Q_UNUSED(lastSpace);
     return 0;
 #endif
 }

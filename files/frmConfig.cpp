@@ -36,7 +36,6 @@ void frmConfig::Form_Load()
     Guarded("Form_Load frmConfig", [&] {
         logLoad();
         QComboBox *timer = m_ui->cmbTimerTime;
-        timer->clear();
         for (int seconds = 10; seconds <= 120; seconds += 10)
             timer->addItem(QString::number(seconds));
         // A length the list does not offer (0 from the file, say) shows the default.
