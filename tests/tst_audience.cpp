@@ -147,7 +147,7 @@ private Q_SLOTS:
         QVERIFY(a);
         QCOMPARE(a->shownOn(), g.w().screen());  // one display: over the host's window
         QCOMPARE(a->geometry(), a->shownOn()->geometry());
-        QVERIFY(a->isFullScreen());
+        QVERIFY(a->isFullScreen() && a->windowFlags().testFlag(Qt::FramelessWindowHint));  // no title bar for the room
         // A short question at its largest once the screen has its size.
         QTRY_COMPARE(a->ui()->lblQuestion_0->font().pointSizeF(), a->height() * frmAudience::QuestionPoints);
         // Read from the back of the room: the count largest, then the rows, then the round and the status; all

@@ -149,6 +149,8 @@ private Q_SLOTS:
         if (!inBox.isNull())
             e.open(matches)->ui()->rtb1->setPlainText(inBox);
         const QString shown = e.box(matches);
+        if (QTest::currentDataTag() == QByteArray("private-use letters"))  // separators shown as private-use letters the text lacks
+            QCOMPARE(shown, u"\uE000\uE001 Blank\uE003\uE002\uE004\n"_qs);
         e.click(matches, load ? &Ui::frmEditQuestions::clkLoad : &Ui::frmEditQuestions::clkSave, {answer});
         QCOMPARE(e.fake.boxTitles(), titles);
         QCOMPARE(e.box(matches), boxAfter.isNull() ? shown : boxAfter);

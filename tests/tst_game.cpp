@@ -103,6 +103,20 @@ private Q_SLOTS:
         }
     }
 
+    void deckFillsUpPastRepeats()
+    {
+        // Repeats among the first lines leave room that later lines take; a full deck takes no more.
+        QStringList lines;
+        for (int i = 0; i < questions::MaxDeckEntries + 10; ++i) {
+            lines << QStringLiteral("Line%1 Blank").arg(i);
+            if (i % 1000 == 0)
+                lines << lines.last();
+        }
+        const QStringList deck = questions::acceptLines(Kind::Match, lines);
+        QCOMPARE(deck.size(), questions::MaxDeckEntries);
+        QCOMPARE(deck.last(), "LINE32765," + U19);
+    }
+
     void deckIsAShuffleOfTheAcceptedLines()
     {
         FakePlatform fake;
@@ -348,6 +362,7 @@ private Q_SLOTS:
         Sound s;
         Countdown count(s, nullptr);
         QCOMPARE(count.timer()->interval(), 1000);
+        QCOMPARE(count.timer()->timerType(), Qt::PreciseTimer);  // a coarse timer drifts seconds in two minutes
         QStringList shown;
         QObject::connect(&count, &Countdown::displayChanged, [&](const QString &t) { shown << t; });
         count.setLength(qint16(length));

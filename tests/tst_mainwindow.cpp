@@ -6,6 +6,7 @@
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAccessible>
+#include <QPointer>
 #include <QTabBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -447,6 +448,9 @@ private Q_SLOTS:
         QCOMPARE(g.w().focusWidget(), g.ui()->clkPrev);
         g.play(QStringLiteral("T N a%1").arg(answer));
         QCOMPARE(g.w().focusWidget(), g.ui()->clkNextPhrase);
+        g.ui()->clkEdit->click();  // a window of its own, which Yes closes with the game
+        const QPointer<QWidget> chooser = platform::loadedWindow(QStringLiteral("frmEdit"));
+        QVERIFY(chooser);
         if (button.isEmpty())
             g.w().close();
         else
@@ -454,7 +458,9 @@ private Q_SLOTS:
         QCOMPARE(g.fake.boxTitles(), QStringList{"Exit Program?"});
         QCOMPARE(g.fake.boxes[0].text, QStringLiteral("Do you wish to exit Tandrel?"));
         QCOMPARE(g.fake.boxes[0].style, 3);
-        QCOMPARE(g.fake.logTexts().last(), QStringLiteral("Unloading All Forms..."));
+        const QStringList unloaded{"Unloading All Forms...", "Unloading Form frmEdit"};
+        QCOMPARE(g.fake.logTexts().filter("Unloading"), unloaded.first(answer == 6 ? 2 : 1));
+        QCOMPARE(chooser && chooser->isVisible(), answer != 6);
         QCOMPARE(g.w().isVisible(), answer != 6);
         QCOMPARE(g.counting(), answer != 6);  // No and Cancel leave a running count alone
         if (answer == 6) {  // the program's event loop ends, and closing again asks nothing

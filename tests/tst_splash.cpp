@@ -200,6 +200,11 @@ private Q_SLOTS:
         QCOMPARE(g.fake.boxes.size(), 1);
         viewer()->close();
         QCOMPARE(g.fake.logTexts().mid(1), (QStringList{"Loading Form frmHowTo", "Unloading Form frmHowTo"}));
+        // The file may go between the button's look and the viewer's load.
+        QFile::remove(g.fake.path("HowToPlayTandrel.rtf"));
+        frmHowTo late;
+        late.Form_Load();
+        QCOMPARE(g.fake.boxTitles(), (QStringList{"File not Loaded", "File not Loaded"}));
     }
 
     void buttonsOpenTheirPages()
