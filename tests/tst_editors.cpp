@@ -54,7 +54,8 @@ QString settings(GameWindow &g)
              yn(g.w().optSound[0]->isChecked()), yn(g.w().OptTimer[0]->isChecked()));
 }
 
-// Opens the dialog through the Config button; act sees its rows and answers it.
+// Opens the dialog through the Config button, makes the choices and presses
+// the button: what it showed, then whether the button closed it.
 QStringList configure(GameWindow &g, const QStringList &choose, const char *button)
 {
     QStringList seen;
@@ -67,7 +68,11 @@ QStringList configure(GameWindow &g, const QStringList &choose, const char *butt
                 rows[i]->setCurrentIndex(rows[i]->findText(choose[i]));
         }
         seen << g.w().Tag << QString::number(g.counting());
+        bool closed = false;  // Exit closes the dialog, Save leaves it open
+        const auto done = QObject::connect(&dialog, &QDialog::finished, [&] { closed = true; });
         dialog.findChild<QAbstractButton *>(button)->click();
+        QObject::disconnect(done);
+        seen << (closed ? "closed" : "open");
         return dialog.result();
     };
     g.ui()->clkConfig->click();
@@ -241,12 +246,12 @@ private Q_SLOTS:
     void dialogShowsTheMainWindow_data()
     {
         QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QStringList>("shown");  // the rows, the length handed over, counting
-        QTest::newRow("start-up values") << QByteArray() << QStringList{"30", "No", "No", "No", "No", "30", "0"};
+        QTest::addColumn<QStringList>("shown");  // the rows, the length handed over, counting, Exit closing it
+        QTest::newRow("start-up values") << QByteArray() << QStringList{"30", "No", "No", "No", "No", "30", "0", "closed"};
         QTest::newRow("all on") << QByteArray("TimerTime: 120\nSoundContinual: yes\nBuzzer: yes\nSound: on\nTimer: on\n")
-                                << QStringList{"120", "Yes", "Yes", "Yes", "Yes", "120", "0"};
-        QTest::newRow("length 0 shows 30") << QByteArray("TimerTime: 0\n") << QStringList{"30", "No", "No", "No", "No", "0", "0"};
-        QTest::newRow("the first length") << QByteArray("TimerTime: 10\n") << QStringList{"10", "No", "No", "No", "No", "10", "0"};
+                                << QStringList{"120", "Yes", "Yes", "Yes", "Yes", "120", "0", "closed"};
+        QTest::newRow("length 0 shows 30") << QByteArray("TimerTime: 0\n") << QStringList{"30", "No", "No", "No", "No", "0", "0", "closed"};
+        QTest::newRow("the first length") << QByteArray("TimerTime: 10\n") << QStringList{"10", "No", "No", "No", "No", "10", "0", "closed"};
     }
     void dialogShowsTheMainWindow()
     {
@@ -270,7 +275,7 @@ private Q_SLOTS:
             g.play("n T");  // a question on show, so the timer option starts the count
             g.fake.mediaCalls.clear();
             const QStringList seen = configure(g, {"60", "Yes", "Yes", "Yes", "No"}, "clkSave");
-            QCOMPARE(seen.last(), QStringLiteral("0"));  // Config stops the count
+            QCOMPARE(seen.mid(6), (QStringList{"0", "open"}));  // Config stops the count; Save leaves it open
             QCOMPARE(settings(g), QStringLiteral("60/60 Yes Yes Yes No"));
             QCOMPARE(g.fake.fileBytes("Tandrel.cfg"), Written);
             // Sound on through its option, as a host's click would; not started twice.
