@@ -155,6 +155,7 @@ private Q_SLOTS:
         for (int i = 0; i < 600; ++i)
             runs << QString(200, QLatin1Char('a')).replace(i % 200, 1, QLatin1Char(i % 400 < 200 ? 'b' : 'c')) + " Blank";
         runs << QString(150, QLatin1Char('a')) << QString(190, QLatin1Char('a')) + 'b' << 'b' + QString(190, QLatin1Char('a'));
+        runs.insert(300, QString());  // inside any line, and not searched for: the lines after it keep their answers
         QTest::newRow("automaton") << runs << int(RepeatFilter::Way::Automaton);
         // Random lines: each new by a piece no earlier line has, or a repeat
         // in full.
