@@ -120,6 +120,7 @@ private Q_SLOTS:
         row("header only", "{\\rtf1", "");
         row("cut after quote", "{\\rtf1\\'", "");
         row("cut in hex", "{\\rtf1\\'4", "");
+        row("hex ended by a letter past f", "{\\rtf1 \\'4g\\'Gh}", "gGh");
         row("cut after backslash", "{\\rtf1\\", "");
         row("extra closing braces", "{\\rtf1 }}}}} text", " text");
         row("only opening braces", QByteArray(100000, '{'), {}, {}, false);
