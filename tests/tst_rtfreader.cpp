@@ -110,6 +110,7 @@ private Q_SLOTS:
         row("pard in a group", "{\\rtf1\\qc a\\par{\\pard b\\par}c}", "a\nb\nc", {c, l, c});
         row("centred to the end", "{\\rtf1{\\qc c}}", "c", {c});
         row("an empty first paragraph takes the alignment in force", "{\\rtf1\\qc\\par t}", "\nt", {c, c});
+        row("so does an empty one after text", "{\\rtf1\\qc a\\par\\pard\\par b}", "a\n\nb", {c, l, l});
         // Damaged or hostile files.
         static const char nuls[] = "{\\rtf1 a\0b\\\0c\\'00d}";
         row("empty", "", "", {}, false);
