@@ -11,7 +11,7 @@ namespace {
 const QString File = QStringLiteral("File ");
 }
 
-void frmSplash::registrationAttempt(const QString &name, bool mediaAdvice, QString &appPath, QString &arguments)
+void frmSplash::registrationAttempt(const QString &name, QString &appPath, QString &arguments)
 {
     WriteLogInfo(File + name + QStringLiteral(" is NOT registered..."));
     WriteLogInfo(QStringLiteral("Attempting to register file ") + name + QStringLiteral(" as admin user..."));
@@ -27,7 +27,7 @@ void frmSplash::registrationAttempt(const QString &name, bool mediaAdvice, QStri
     WriteLogInfo(QStringLiteral("DOS command to manually Register this file is: 'regsvr32 ") + name + QLatin1Char('\''));
     WriteLogInfo(QStringLiteral("DOS command to manually Unregister this file is: 'regsvr32 /u ") + name
                  + QLatin1Char('\''));
-    if (mediaAdvice && name == QLatin1String("wmp.dll")) {
+    if (name == QLatin1String("wmp.dll")) {
         WriteLogInfo(QStringLiteral("Windows Media Player 'wmp.dll' file appears to not be installed..."));
         WriteLogInfo(QStringLiteral(
             "The easy solution: download and install latest version of Windows Media Player...'"));
@@ -52,12 +52,12 @@ void frmSplash::checkRegistryFiles()
             if (Globals::IsDLLAvailable(name))
                 WriteLogInfo(File + name + QStringLiteral(" is registered..."));
             else
-                registrationAttempt(name, true, appPath, arguments);
+                registrationAttempt(name, appPath, arguments);
         }
         const QString tabs = QStringLiteral("TabCtl32.ocx");
         if (Globals::IsDLLAvailable(tabs))
             WriteLogInfo(File + tabs + QStringLiteral(" is registered..."));
         else
-            registrationAttempt(tabs, false, appPath, arguments);
+            registrationAttempt(tabs, appPath, arguments);
     });
 }

@@ -71,14 +71,13 @@ void frmAudience::showView(const View &view)
         }
     }
     // Both halves of a match, one phrase; the second label only for a match.
-    bool questionChanged = before.question != view.question;
+    const bool questionChanged = before.question != view.question;
     for (int i = 0; i < m_questionLabels.size(); ++i) {
         const bool used = i < view.question.size();
         if (m_questionLabels[i]->isVisible() != used) {
             m_questionLabels[i]->setVisible(used);
             // A phrase has the room of both halves of a match.
             m_ui->layoutShow->setRowStretch(1 + i, used || i == 0 ? 3 : 0);
-            questionChanged = true;
         }
         if (used)
             setText(m_questionLabels[i], view.question[i]);

@@ -39,7 +39,7 @@ protected:
 private:
     // A start that stopped here offers a way out.
     void offerClose();
-    void registrationAttempt(const QString &name, bool mediaAdvice, QString &appPath, QString &arguments);
+    void registrationAttempt(const QString &name, QString &appPath, QString &arguments);
 
     Ui::frmSplash *m_ui;
 };

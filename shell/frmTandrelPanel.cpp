@@ -160,8 +160,9 @@ bool frmTandrel::undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, 
     }
     if (!keyed)
         return false;
-    restoring = true;  // the key's mark itself is cleared once the key has been handled
-    list->setCurrentText(before);  // reports a change of its own
+    keyed = false;
+    restoring = true;
+    list->setCurrentText(before);  // reports a change of its own, swallowed above
     return true;
 }
 
