@@ -6,6 +6,7 @@
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAccessible>
+#include <QMenu>
 #include <QPointer>
 #include <QTabBar>
 #include <QTimer>
@@ -380,6 +381,17 @@ private Q_SLOTS:
         QCOMPARE(dialog.font().pointSizeF(), points * f);
         QVERIFY((dialog.geometry().center() - g.w().geometry().center()).manhattanLength() <= 2);
         dialog.hide();
+        // So is a window of its own (an editor, the rules); a menu that pops up is not.
+        QWidget window;
+        (new QVBoxLayout(&window))->addWidget(new QLabel(QStringLiteral("Rules")));
+        QMenu menu;
+        menu.addAction(QStringLiteral("Copy"));
+        for (QWidget *w : {&window, static_cast<QWidget *>(&menu)}) {
+            const double before = w->font().pointSizeF();
+            w->show();
+            QCOMPARE(w->font().pointSizeF(), w == &menu ? before : before * f);
+            w->hide();
+        }
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(!g.w().isBig());
         QCOMPARE(snapshot(), design);  // exactly the design again
