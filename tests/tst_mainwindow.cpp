@@ -5,6 +5,7 @@
 #include "shell/ScreenFit.h"
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QMenu>
 #include <QPointer>
@@ -241,6 +242,8 @@ private Q_SLOTS:
         QWheelEvent wheel(at, combo->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(combo, &wheel);
         QCOMPARE(combo->currentText(), QStringLiteral("5"));
+        QTest::keyClick(combo, Qt::Key_F4);  // a key that picks nothing reaches the list: this one opens it
+        QVERIFY(combo->view()->isVisible());
     }
 
     void countdownFollowsTheGame()
