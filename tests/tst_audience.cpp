@@ -113,12 +113,11 @@ private Q_SLOTS:
         activate(g);
         frmAudience *a = opened(g);
         QVERIFY(a);
-        // The screen's own keys, as when it is the active window: the host's shortcuts do not reach it then.
+        // The screen's own keys, when it is the active window: the host's shortcuts do not reach it then.
+        if (onScreen)
+            QApplication::setActiveWindow(a);
         const Qt::KeyboardModifiers modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-        const auto press = [&] {
-            QKeyEvent event(QEvent::KeyPress, key, modifiers);
-            onScreen ? void(QApplication::sendEvent(a, &event)) : QTest::keyClick(g.ui()->clkNext, Qt::Key(key), modifiers);
-        };
+        const auto press = [&] { QTest::keyClick(onScreen ? static_cast<QWidget *>(a) : g.ui()->clkNext, Qt::Key(key), modifiers); };
         press();
         const QString state = !g.w().audienceOpen() ? "closed" : g.w().audience()->isBlank() ? "blank" : "open";
         QCOMPARE(after.startsWith('M') ? g.state().section(' ', 3, 3) : state, after);
