@@ -40,6 +40,7 @@ private Q_SLOTS:
         QTest::newRow("colour") << colours + "\\cf2 blue\\cf0 auto" << "blue" << " #0000ff";
         QTest::newRow("cf0 is automatic") << colours + "\\cf2 blue\\cf0 auto" << "auto" << "";
         QTest::newRow("cf0 is automatic, whatever the table's first entry") << QByteArray("{\\colortbl\\red9\\green9\\blue9;}\\cf0 auto") << "auto" << "";
+        QTest::newRow("an empty entry after a colour is automatic") << QByteArray("{\\colortbl;\\red9\\green9\\blue9;;}\\cf2 x") << "x" << "";
         QTest::newRow("components clamped") << QByteArray("{\\colortbl;\\red999\\green-5\\blue3;}\\cf1 x") << "x" << " #ff0003";
         QTest::newRow("index out of range") << colours + "\\cf7 x" << "x" << "";
         QTest::newRow("index one past the table") << colours + "\\cf3 x" << "x" << "";
