@@ -306,9 +306,7 @@ QStringList acceptLines(Kind kind, const QStringList &lines)
 
 MatchHalves splitMatch(const QString &entry)
 {
-    const qsizetype comma = entry.indexOf(QLatin1Char(','));
-    if (comma < 0)
-        return {entry, QString()};
+    const qsizetype comma = entry.indexOf(QLatin1Char(','));  // every match entry has one
     return {entry.left(comma), entry.mid(comma + 1)};
 }
 

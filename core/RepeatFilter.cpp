@@ -617,10 +617,10 @@ public:
         }
         if (end == 0)
             return -1;
-        for (size_t j = end * Block; j-- > (end - 1) * Block;)
-            if (m_values[j] < limit)
+        // The block before end holds a value below the limit: its last one is the nearest.
+        for (size_t j = end * Block;;)
+            if (m_values[--j] < limit)
                 return m_values[j];
-        return -1;  // not reached: that block's minimum is below the limit
     }
     saidx_t after(size_t i, saidx_t limit) const
     {
@@ -636,10 +636,10 @@ public:
         }
         if (from >= blocks)
             return -1;
-        for (size_t j = from * Block; j < std::min(m_values.size(), (from + 1) * Block); ++j)
+        // Block from holds a value below the limit: its first one is the nearest.
+        for (size_t j = from * Block;; ++j)
             if (m_values[j] < limit)
                 return m_values[j];
-        return -1;
     }
 
 private:

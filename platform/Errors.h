@@ -10,7 +10,6 @@ namespace err {
 constexpr int InvalidCall = 5;
 constexpr int Overflow = 6;
 constexpr int OutOfMemory = 7;
-constexpr int SubscriptOutOfRange = 9;
 constexpr int TypeMismatch = 13;
 constexpr int FileNotFound = 53;
 constexpr int DiskFull = 61;

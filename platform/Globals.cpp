@@ -152,8 +152,6 @@ QStringList ShuffleArray(QStringList entries)
                 for (qsizetype i = 0; i <= upper; ++i) {
                     const double r = platform::random().next();
                     const qsizetype j = qsizetype(std::nearbyint(r * double(upper - i) + double(i)));
-                    if (j < i || j > upper)
-                        platform::raise(platform::err::SubscriptOutOfRange);
                     if (j != i)
                         out.swapItemsAt(i, j);
                 }

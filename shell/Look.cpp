@@ -3,11 +3,13 @@
 #include <QIcon>
 
 // The pictures are compiled into the program's library, which must
-// register them itself.
-static void loadPictures()
+// register them itself: once, as the program loads, before any window.
+static bool loadPictures()
 {
     Q_INIT_RESOURCE(tandrel);
+    return true;
 }
+[[maybe_unused]] static const bool picturesLoaded = loadPictures();
 
 namespace look {
 
@@ -36,15 +38,8 @@ QMessageBox QLabel { font-size: 13pt; }
 )");
 }
 
-void loadResources()
-{
-    static const bool loaded = (loadPictures(), true);
-    Q_UNUSED(loaded);
-}
-
 void apply()
 {
-    loadResources();
     if (qApp->styleSheet() != styleSheet())
         qApp->setStyleSheet(styleSheet());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/tandrel.png")));

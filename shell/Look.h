@@ -5,8 +5,6 @@
 
 namespace look {
 QString styleSheet();
-// Makes the program's pictures available (the splash, the icon).
-void loadResources();
 // Applies the look to every window of the program, now and later.
 void apply();
 }  // namespace look

@@ -64,7 +64,6 @@ void frmAudience::showView(const View &view)
         if (m_names[i]->property("turn").toBool() != turn) {
             for (QLabel *label : {m_names[i], m_scores[i]}) {
                 label->setProperty("turn", turn);  // the style sheet marks the row
-                label->style()->unpolish(label);
                 label->style()->polish(label);
             }
             m_names[i]->setAccessibleName(view.names[i] + (turn ? QStringLiteral(", their turn") : QString()));

@@ -25,7 +25,6 @@ frmSplash::frmSplash(QWidget *parent)
     lbl1 = {m_ui->lbl1_0, m_ui->lbl1_1, m_ui->lbl1_2, m_ui->lbl1_3, m_ui->lbl1_4};
     for (QLabel *label : lbl1)
         label->installEventFilter(this);
-    look::loadResources();
     m_ui->pb1->setPixmap(QPixmap(QStringLiteral(":/Splash.png")));
     Timer1 = new QTimer(this);
     Timer1->setInterval(1000);

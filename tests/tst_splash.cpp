@@ -198,7 +198,9 @@ private Q_SLOTS:
         QVERIFY(viewer()->ui()->rtb1->isReadOnly() && viewer()->ui()->rtb1->cursorWidth() == 0);
         QVERIFY(viewer()->ui()->rtb1->textInteractionFlags() & Qt::TextSelectableByKeyboard);
         QCOMPARE(g.fake.boxes.size(), 1);
+        const QPointer<QTextDocument> document = viewer()->ui()->rtb1->document();
         viewer()->close();
+        QTRY_VERIFY(!document);  // the text goes with its viewer
         QCOMPARE(g.fake.logTexts().mid(1), (QStringList{"Loading Form frmHowTo", "Unloading Form frmHowTo"}));
         // The file may go between the button's look and the viewer's load.
         QFile::remove(g.fake.path("HowToPlayTandrel.rtf"));
