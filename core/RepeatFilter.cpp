@@ -18,7 +18,7 @@ constexpr int SketchBits = 17;     // a count per piece, roughly
 
 const char16_t *chars(const QString &s)
 {
-    return reinterpret_cast<const char16_t *>(s.utf16());
+    return reinterpret_cast<const char16_t *>(s.constData());
 }
 
 // A piece's hash from its 16 bytes. Each position is hashed on its own, so
@@ -28,9 +28,10 @@ inline quint64 pieceHash(const char16_t *c)
     quint64 a, b;
     std::memcpy(&a, c, 8);
     std::memcpy(&b, c + 4, 8);
-    // The top bits of each product depend on all bits of its half, so the
-    // sum's top bits, which pick the slot, depend on the whole piece.
-    return a * K1 + b * K2;
+    // Shifted a byte, the second half's characters fill the first half's
+    // high bytes: eight ASCII characters make one word, and one product's top
+    // bits, which pick the slot, depend on all of it.
+    return (a ^ (b << 8)) * K1;
 }
 
 inline quint32 slotOf(quint64 h)
@@ -74,7 +75,8 @@ quint64 wholeHash(const QString &text)
 class ChainTable {
 public:
     explicit ChainTable(qsizetype entries)
-        : m_mask(std::bit_ceil(size_t(std::max<qsizetype>(16, 2 * entries))) - 1), m_keys(m_mask + 1), m_heads(m_mask + 1, -1)
+        : m_mask(std::bit_ceil(size_t(std::max<qsizetype>(16, 2 * entries))) - 1),
+          m_shift(64 - std::countr_zero(m_mask + 1)), m_keys(m_mask + 1), m_heads(m_mask + 1, -1)
     {
     }
     // The head of key's chain, or -1.
@@ -98,8 +100,10 @@ public:
     }
 
 private:
-    size_t slot(quint64 key) const { return size_t(key >> 20) & m_mask; }
+    // The top bits: a product's lower bits depend only on its lower bits.
+    size_t slot(quint64 key) const { return size_t(key >> m_shift); }
     size_t m_mask;
+    int m_shift;
     std::vector<quint64> m_keys;
     std::vector<int> m_heads;
 };
@@ -183,7 +187,7 @@ std::optional<std::vector<bool>> RepeatFilter::keepByAnchors(const QStringList &
         // lie apart in memory, so no prefetcher guesses where it starts.
         if (it + 1 != distinct.rend()) {
             const QString &following = lines[*(it + 1)];
-            const char *bytes = reinterpret_cast<const char *>(following.utf16());
+            const char *bytes = reinterpret_cast<const char *>(following.constData());
             for (qsizetype b = 0; b < 2 * following.size(); b += 64)
                 __builtin_prefetch(bytes + b);
         }
