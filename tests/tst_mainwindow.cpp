@@ -283,11 +283,15 @@ private Q_SLOTS:
         g.fake.mediaCalls.clear();
         g.ui()->hsc1->setValue(30);
         QTest::keyClick(g.ui()->hsc1, Qt::Key_Right);
+        g.ui()->hsc1->setSliderDown(true);  // dragged: heard as it moves, and again where it is let go
+        g.ui()->hsc1->setValue(40);
+        g.ui()->hsc1->setSliderDown(false);
         g.ui()->optSound_1->click();
         QVERIFY(!g.ui()->hsc1->isEnabled());
         g.ui()->optSound_0->click();
         QVERIFY(g.ui()->hsc1->isEnabled());
         QCOMPARE(g.fake.mediaCalls, (QStringList{"wmp1 volume 30", "wmp2 volume 30", "wmp1 volume 31", "wmp2 volume 31",
+                                                 "wmp1 volume 40", "wmp2 volume 40", "wmp1 volume 40", "wmp2 volume 40",
                                                  "wmp1 stop", "wmp1 play", "wmp1 loop on"}));
     }
 
@@ -393,8 +397,13 @@ private Q_SLOTS:
             const double before = w->font().pointSizeF();
             w->show();
             QCOMPARE(w->font().pointSizeF(), w == &menu ? before : before * f);
+            if (w == &window)  // once shown: over the middle (its frame aside), big enough for its grown text
+                QTRY_VERIFY((window.geometry().center() - g.w().geometry().center()).manhattanLength() <= 4
+                            && window.width() >= window.layout()->minimumSize().width());
             w->hide();
         }
+        g.w().activateWindow();  // the window shown took the keys
+        QVERIFY(QTest::qWaitForWindowActive(&g.w()));
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(!g.w().isBig());
         QCOMPARE(snapshot(), design);  // exactly the design again

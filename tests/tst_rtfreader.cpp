@@ -79,6 +79,7 @@ private Q_SLOTS:
         row("hex", "{\\rtf1 caf\\'e9 CAF\\'C9 \\'af\\'AF}", u"café CAFÉ ¯¯"_qs);
         row("raw high byte", "{\\rtf1 caf\xe9}", u"café"_qs);
         row("1252 quotes", "{\\rtf1\\ansi\\ansicpg1252 \\'93q\\'94 \\'80}", u"“q” €"_qs);
+        row("1252 when no character set is named", "{\\rtf1 \\'93q\\'94}", u"“q”"_qs);
         row("u", "{\\rtf1 \\u8364?}", u"€"_qs);
         row("control words from a to z", "{\\rtf1 a\\zwj b\\Zq c\\Aq d}", u"abcd"_qs);
         row("negative u", "{\\rtf1 \\u-3913?}", QString(QChar(0xF0B7)));
