@@ -190,6 +190,8 @@ private Q_SLOTS:
         // A folder cannot be written as a file, nor a missing folder hold one.
         QCOMPARE(failureOf([&] { platform::writeWhole(fake.path("sub/TandrelLines.txt"), "x"); }), 75);
         QCOMPARE(failureOf([&] { platform::writeWhole(fake.path("missing/TandrelLines.txt"), "x"); }), 76);
+        QCOMPARE(failureOf([&] { platform::makeFolder(fake.path("missing/BackUps")); }), 76);
+        QCOMPARE(failureOf([&] { platform::writeInPlace(QStringLiteral("/dev/full"), "x"); }), 61);  // a full disk
     }
     void saveThroughALinkReplacesWhatItPointsTo_data()
     {

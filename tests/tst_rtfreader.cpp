@@ -85,6 +85,7 @@ private Q_SLOTS:
         row("negative u", "{\\rtf1 \\u-3913?}", QString(QChar(0xF0B7)));
         row("u0, a control character, dropped", "{\\rtf1 a\\u0?b}", "ab");
         row("surrogate pair", "{\\rtf1 \\u-10179?\\u-8704?}", u"😀"_qs);
+        row("u at the top of Unicode and past it", "{\\rtf1 \\u1114111?\\u1114112?}", u"\U0010FFFF\uFFFD"_qs);
         row("uc0", "{\\rtf1\\uc0 \\u8364 x}", u"€x"_qs);
         row("uc2 hex fallback", "{\\rtf1\\uc2 \\u8364\\'80\\'80x}", u"€x"_qs);
         row("uc belongs to its group", "{\\rtf1{\\uc2 \\u233 xy}\\u233 ?z}", u"ééz"_qs);
