@@ -183,11 +183,11 @@ private Q_SLOTS:
         QCOMPARE(platform::readBytes(fake.writeFile("t.txt", "abcd"), 4), QByteArray("abcd"));
         QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, platform::readBytes(fake.writeFile("t.txt", "abcde"), 4));
     }
-    void writeIntoAReadOnlyPlaceFails()
+    void writeWhereNothingCanBeWrittenFails()
     {
         FakePlatform fake;
         QVERIFY(QDir(fake.dir).mkpath("sub/TandrelLines.txt"));
-        // A folder cannot be written as a file, nor a missing folder hold one.
+        // A folder cannot be written as a file, nor a missing folder hold a file or a folder.
         QCOMPARE(failureOf([&] { platform::writeWhole(fake.path("sub/TandrelLines.txt"), "x"); }), 75);
         QCOMPARE(failureOf([&] { platform::writeWhole(fake.path("missing/TandrelLines.txt"), "x"); }), 76);
         QCOMPARE(failureOf([&] { platform::makeFolder(fake.path("missing/BackUps")); }), 76);
