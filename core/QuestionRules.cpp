@@ -258,17 +258,54 @@ Reader::Reader(Kind kind)
 {
 }
 
+namespace {
+// The entries of a batch of lines, in order.
+QStringList entries(Kind kind, QStringList lines)
+{
+    QStringList out;
+    out.reserve(lines.size());
+    for (QString &line : lines)
+        if (auto entry = candidate(kind, std::move(line)))
+            out.append(std::move(*entry));
+    return out;
+}
+
+// Lines go to the rules in batches on a thread of their own, so a file is
+// read while the lines before are checked. A batch is large enough that
+// starting its thread costs little beside it, and small enough in characters
+// that two of them, of the longest lines read, take a few megabytes.
+constexpr qsizetype LinesPerBatch = 2048;
+constexpr qsizetype CharsPerBatch = 1 << 20;
+}  // namespace
+
 bool Reader::add(QString line)
 {
-    auto entry = candidate(m_kind, std::move(line));
-    if (!entry)
-        return true;
-    m_candidates.append(std::move(*entry));
+    m_batchChars += line.size();
+    m_lines.append(std::move(line));
+    return (m_lines.size() < LinesPerBatch && m_batchChars < CharsPerBatch) || handOver();
+}
+
+bool Reader::handOver()
+{
+    if (m_pending.valid() && !take(m_pending.get())) {
+        m_lines.clear();
+        return false;
+    }
+    m_pending = std::async(std::launch::async, entries, m_kind, std::exchange(m_lines, {}));
+    m_batchChars = 0;
+    return true;
+}
+
+bool Reader::take(QStringList batch)
+{
     // A deck's worth of lines is checked at once, then a few thousand more
     // at a time, so memory stays bounded whatever the file's size.
     constexpr qsizetype Batch = 4096;
-    if (m_candidates.size() >= std::max(MaxDeckEntries, m_settled + Batch))
-        return !settle();
+    for (QString &entry : batch) {
+        m_candidates.append(std::move(entry));
+        if (m_candidates.size() >= std::max(MaxDeckEntries, m_settled + Batch) && settle())
+            return false;
+    }
     return true;
 }
 
@@ -289,8 +326,11 @@ bool Reader::settle()
 
 QStringList Reader::finish()
 {
-    if (m_candidates.size() > m_settled)
+    const bool full = m_pending.valid() && !take(m_pending.get());
+    if (!full && take(entries(m_kind, std::exchange(m_lines, {}))) && m_candidates.size() > m_settled)
         settle();
+    m_lines.clear();
+    m_batchChars = 0;
     m_settled = 0;
     return std::exchange(m_candidates, {});
 }

@@ -3,6 +3,7 @@
 // reading and the shuffle so the rules can be checked as data.
 #include <QString>
 #include <QStringList>
+#include <future>
 #include <optional>
 
 namespace questions {
@@ -51,10 +52,18 @@ public:
     QStringList finish();
 
 private:
+    // Takes the batch handed over before (waiting for it) and hands over the
+    // lines added since; false once the deck is full.
+    bool handOver();
+    // Adds the entries of a batch; false once the deck is full.
+    bool take(QStringList entries);
     // Runs the repeat check on the lines so far and keeps only the accepted
     // ones (only they can hold a later line); true when the deck is full.
     bool settle();
     Kind m_kind;
+    QStringList m_lines;  // read, not yet handed over
+    qsizetype m_batchChars = 0;
+    std::future<QStringList> m_pending;  // the entries of the batch before
     QStringList m_candidates;
     qsizetype m_settled = 0;  // the first ones, known to be accepted
 };
