@@ -300,10 +300,10 @@ bool Reader::take(QStringList batch)
 {
     // A deck's worth of lines is checked at once, then a few thousand more
     // at a time, so memory stays bounded whatever the file's size.
-    constexpr qsizetype Batch = 4096;
+    constexpr qsizetype SettleEvery = 4096;
     for (QString &entry : batch) {
         m_candidates.append(std::move(entry));
-        if (m_candidates.size() >= std::max(MaxDeckEntries, m_settled + Batch) && settle())
+        if (m_candidates.size() >= std::max(MaxDeckEntries, m_settled + SettleEvery) && settle())
             return false;
     }
     return true;
