@@ -9,6 +9,9 @@
 #include "ui_frmConfig.h"
 #include "ui_frmEditQuestions.h"
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
@@ -93,6 +96,11 @@ private Q_SLOTS:
         frmEditQuestions *matches = e.open(true);
         QCOMPARE(matches->windowTitle(), QStringLiteral("Edit Tandrel Matches Input File"));
         QCOMPARE(matches->boxText(), QStringLiteral("Blank Pole\r\nShoe Blank\r\n"));
+        auto *pasted = new QMimeData;  // a question file holds no formatting: pasted text arrives plain
+        pasted->setHtml(QStringLiteral("<b>Bold Blank</b>"));
+        QGuiApplication::clipboard()->setMimeData(pasted);
+        matches->ui()->rtb1->paste();
+        QVERIFY(!matches->ui()->rtb1->toHtml().contains(QStringLiteral("font-weight:700")));
         matches->ui()->rtb1->setPlainText(QStringLiteral("edited, not saved"));
         QCOMPARE(e.open(true), matches);  // brought forward, not reloaded
         QCOMPARE(e.box(true), QStringLiteral("edited, not saved"));
