@@ -364,7 +364,7 @@ private Q_SLOTS:
             return out;
         };
         const QStringList design = snapshot();
-        const double nextPoints = g.ui()->clkNext->font().pointSizeF();
+        const double nextPoints = g.ui()->clkNext->font().pointSizeF(), windowPoints = g.w().font().pointSizeF();
         const QRect nextPlace = g.ui()->clkNext->geometry(), timerPlace = g.ui()->txtTimer->geometry();  // on a page, in a frame
         QTest::keyClick(g.w().txtPlayer[0], Qt::Key_F11);
         QVERIFY(g.w().isBig());
@@ -373,6 +373,7 @@ private Q_SLOTS:
         const double f = screenfit::factor(frmTandrel::DesignSize, screen);
         QCOMPARE(g.ui()->SSTab1->geometry(), screenfit::scaled(QRect(8, 42, 657, 409), f, screenfit::offset(frmTandrel::DesignSize, screen, f)));
         QCOMPARE(g.ui()->clkNext->font().pointSizeF(), nextPoints * f);
+        QCOMPARE(g.w().font().pointSizeF(), windowPoints * f);  // what takes the window's font grows too
         QCOMPARE(g.ui()->clkNext->geometry(), screenfit::scaled(nextPlace, f));  // moved with what holds them
         QCOMPARE(g.ui()->txtTimer->geometry(), screenfit::scaled(timerPlace, f));
         QCOMPARE(g.ui()->SSTab1->tabBar()->font().pointSizeF(), g.ui()->SSTab1->font().pointSizeF());
