@@ -56,7 +56,7 @@ private:
     // lines added since; false once the deck is full.
     bool handOver();
     // Adds the entries of a batch; false once the deck is full.
-    bool take(QStringList entries);
+    bool take(QStringList batch);
     // Runs the repeat check on the lines so far and keeps only the accepted
     // ones (only they can hold a later line); true when the deck is full.
     bool settle();

@@ -10,9 +10,9 @@
 #include "ui_frmEditQuestions.h"
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
