@@ -41,14 +41,4 @@ std::optional<QStringList> LoadDeck(questions::Kind kind, const QString &path)
     return Globals::ShuffleArray(std::move(entries));
 }
 
-std::optional<QStringList> LoadMatchDeck(const QString &path)
-{
-    return LoadDeck(questions::Kind::Match, path);
-}
-
-std::optional<QStringList> LoadPhraseDeck(const QString &path)
-{
-    return LoadDeck(questions::Kind::Phrase, path);
-}
-
 }  // namespace decks

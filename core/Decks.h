@@ -17,8 +17,6 @@ bool CheckQuestionFile(const QString &path);
 // shuffled. When no line is accepted the "no questions" message has been
 // shown and nothing is returned. A file that cannot be read raises its
 // failure to the caller, whose report names it.
-std::optional<QStringList> LoadMatchDeck(const QString &path);
-std::optional<QStringList> LoadPhraseDeck(const QString &path);
 std::optional<QStringList> LoadDeck(questions::Kind kind, const QString &path);
 
 // The accepted entries in file order, without the shuffle or any message.

@@ -1,8 +1,11 @@
 #include "core/Game.h"
 #include "platform/Numeric.h"
 #include <algorithm>
+#include <utility>
 
 namespace game {
+
+using questions::Kind;
 
 namespace {
 const QString CrLf = QStringLiteral("\r\n");
@@ -61,7 +64,7 @@ bool Game::scoreDown(int row)
     return true;
 }
 
-TurnChange Game::changePlayer(Direction direction)
+TurnChange Game::moveTurn(Direction direction)
 {
     const qint16 last = platform::add16(qint16(m_playerCount), -1);
     TurnChange change;
@@ -94,24 +97,101 @@ void Game::newGame()
     m_current = 0;
 }
 
-void Game::gameEnded()
+Outcome Game::start(Kind kind, Table &table)
 {
+    // The match tab restarts the count as soon as Start is pressed, the
+    // phrase tab only once a phrase is shown.
+    if (kind == Kind::Match)
+        table.restartCountdown();
+    if (!table.questionFileFound(kind))
+        return Outcome::NoFile;
+    Deck &d = deck(kind);
+    if (d.dealWithoutAsking) {
+        table.showReloading(true);
+        d.dealWithoutAsking = false;
+    } else if (d.inProgress() && !table.askStartOver(kind)) {
+        return Outcome::Declined;
+    }
+    newGame();
+    table.showPlayers();
+    const std::optional<QStringList> entries = table.readDeck(kind);
+    if (!entries) {
+        table.showReloading(false);
+        return Outcome::NoQuestions;
+    }
+    d.deal(*entries);
+    table.showQuestion(kind);
+    if (kind == Kind::Phrase)
+        table.restartCountdown();
+    table.showReloading(false);
+    return Outcome::Dealt;
+}
+
+Outcome Game::next(Kind kind, Table &table)
+{
+    Deck &d = deck(kind);
+    if (!d.shown())
+        return Outcome::Nothing;
+    if (kind == Kind::Phrase) {
+        // The turn moves before the deck, so a game end that deals anew
+        // leaves the new first phrase on show.
+        table.runChangePlayer(Direction::Forward);
+        if (std::exchange(m_decksRestarted, false))
+            return Outcome::DecksRestarted;
+        d.next();
+    } else {
+        d.next();
+        table.runChangePlayer(Direction::Forward);  // a game end deals anew: position 1
+    }
+    table.showQuestion(kind);
+    if (std::exchange(m_anotherRound, false)) {
+        // A tie goes on: the other kind moves on too, and its turn change
+        // moves the turn from before row 0 onto it.
+        const Kind other = kind == Kind::Match ? Kind::Phrase : Kind::Match;
+        m_current = -1;
+        if (deck(other).shown())
+            table.runNext(other);
+        else
+            m_current = 0;
+        table.showPlayers();
+    }
+    table.restartCountdown();
+    return Outcome::Shown;
+}
+
+Outcome Game::previous(Kind kind, Table &table)
+{
+    Deck &d = deck(kind);
+    if (!d.shown())
+        return Outcome::Nothing;
+    d.previous();
+    table.showQuestion(kind);
+    table.restartCountdown();
+    table.runChangePlayer(Direction::Back);
+    return Outcome::Shown;
+}
+
+TurnChange Game::changePlayer(Direction direction, Table &table)
+{
+    const TurnChange change = moveTurn(direction);
+    table.showPlayers();  // before any dialog
+    if (change.winners.isEmpty())
+        return change;
+    if (table.showEndOfGame(change) == Answer::Yes && change.tied())
+        m_anotherRound = true;  // the same scores, decided again at the next round's end
+    else
+        endGame(table);
+    return change;
+}
+
+void Game::endGame(Table &table)
+{
+    // The next game begins at once: both decks dealt again without asking.
     for (Deck &d : m_decks)
         d.dealWithoutAsking = true;
+    table.runStart(Kind::Match);
+    table.runStart(Kind::Phrase);
     m_decksRestarted = true;
-}
-
-bool Game::takeDecksRestarted()
-{
-    return std::exchange(m_decksRestarted, false);
-}
-
-bool Game::takeAnotherRound()
-{
-    if (!std::exchange(m_anotherRound, false))
-        return false;
-    m_current = -1;
-    return true;
 }
 
 QString winnerMessage(const QString &name, qint16 score)

@@ -1,12 +1,16 @@
 #pragma once
 // The game itself: the players and their scores, the turn and the rounds,
-// both decks and the question each one shows. No widgets: the main window
-// shows what this holds and turns the host's clicks into its operations.
+// both decks and the question each one shows, and the order in which a
+// start, a next and a previous question change them. No widgets: the main
+// window shows what this holds and turns the host's clicks into its
+// operations; where a rule needs the world outside (a file, an answer, the
+// screen) it asks its Table.
 #include "core/QuestionRules.h"
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <optional>
 
 namespace game {
 
@@ -21,6 +25,48 @@ struct TurnChange {
     // the best score, in row order: one winner, or a tie.
     QList<int> winners;
     qint16 best = 0;
+    bool won() const { return winners.size() == 1; }
+    bool tied() const { return winners.size() > 1; }
+};
+
+// The host's answer to the end-of-game dialog: Close for a winner; Yes
+// (another round) or No (a new game) for a tie.
+enum class Answer { Close, Yes, No };
+
+// What a start, a next or a previous question did.
+enum class Outcome {
+    Nothing,         // no question of that kind on show: nothing moved
+    NoFile,          // a start without its file (the host was told)
+    Declined,        // a start the host did not want: nothing changed
+    NoQuestions,     // a start whose file holds no question: the game was reset, the old deck stays
+    Dealt,           // a start dealt a new deck and shows its first question
+    Shown,           // the next or previous question is on show
+    DecksRestarted,  // the turn change ended the game; the new deal shows its first question
+};
+
+// The world a game is played in: the main window in the program, a script
+// in the tests. The game calls it at the moments its rules name.
+class Table {
+public:
+    virtual ~Table() = default;
+    // A start's question file: false when it is missing (the host was told).
+    virtual bool questionFileFound(questions::Kind kind) = 0;
+    // Asked while a game of that kind is under way: true to start over.
+    virtual bool askStartOver(questions::Kind kind) = 0;
+    // The file's questions shuffled; nothing when it holds none (the host was told).
+    virtual std::optional<QStringList> readDeck(questions::Kind kind) = 0;
+    // A game end deals both decks again; the host sees it until the deal is done.
+    virtual void showReloading(bool reloading) = 0;
+    virtual void showPlayers() = 0;
+    virtual void showQuestion(questions::Kind kind) = 0;
+    virtual void restartCountdown() = 0;
+    // The end-of-game dialog, waited for.
+    virtual Answer showEndOfGame(const TurnChange &change) = 0;
+    // Steps the rules take inside others. Each is an operation of its own
+    // whose failure is reported under its own name and stops only itself.
+    virtual void runStart(questions::Kind kind) = 0;
+    virtual void runNext(questions::Kind kind) = 0;
+    virtual void runChangePlayer(Direction direction) = 0;
 };
 
 // A shuffled deck and the 1-based position of the entry on show.
@@ -76,34 +122,40 @@ public:
     void giveTurn(int row) { m_current = qint16(row); }
     // Forward past the last player ends a round and decides the game; back
     // from row 0 goes to the last player and never changes the round.
-    TurnChange changePlayer(Direction direction);
-    // Scores 0, round 1, the turn at row 0.
-    void newGame();
+    TurnChange moveTurn(Direction direction);
 
-    // A game end deals both decks again without asking; the phrase deck's
-    // next step is then taken by the new deal.
-    void gameEnded();
-    bool takeDecksRestarted();
-
-    // Tied players chose another round: the next question's step passes
-    // the turn to row 0.
-    void playAnotherRound() { m_anotherRound = true; }
-    // True once after playAnotherRound(); the turn is then before row 0, so
-    // the other tab's turn change lands on it.
-    bool takeAnotherRound();
+    // ---- The flow of a game -------------------------------------------------
+    // A new game of that kind: scores 0, round 1, the turn at row 0, the
+    // deck read and shuffled anew. Asks first while one is under way,
+    // except right after a game end.
+    Outcome start(questions::Kind kind, Table &table);
+    // The next question of that kind and the next turn. Ends the round
+    // past the last player; a winner or a tie ends the game (both decks
+    // dealt anew) or, when tied players play on, moves the other kind on
+    // too and gives the turn to row 0.
+    Outcome next(questions::Kind kind, Table &table);
+    // The previous question and the turn before; the round stays.
+    Outcome previous(questions::Kind kind, Table &table);
+    // The turn change inside next and previous, the end of game included.
+    TurnChange changePlayer(Direction direction, Table &table);
 
     // ---- Decks -------------------------------------------------------------
     Deck &deck(questions::Kind kind) { return m_decks[size_t(kind)]; }
     const Deck &deck(questions::Kind kind) const { return m_decks[size_t(kind)]; }
 
 private:
+    void newGame();
+    void endGame(Table &table);
+
     std::array<QString, MaxPlayers> m_names;
     std::array<qint16, MaxPlayers> m_scores{};
     int m_playerCount = 2;
     qint16 m_scoreToWin = 10;
     qint16 m_current = 0;
     qint16 m_round = 1;
+    // Tied players play on: the next question's step passes the turn to row 0.
     bool m_anotherRound = false;
+    // A game end dealt both decks: the phrase deck's next step was the deal.
     bool m_decksRestarted = false;
     std::array<Deck, 2> m_decks;
 };

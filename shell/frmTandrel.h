@@ -37,7 +37,7 @@ class QTimer;
 class QToolButton;
 class Sound;
 
-class frmTandrel : public QWidget {
+class frmTandrel : public QWidget, private game::Table {
     Q_OBJECT
 public:
     explicit frmTandrel(QWidget *parent = nullptr);
@@ -74,7 +74,7 @@ public:
     // ---- Scores, turn and both tabs ----------------------------------------
     void clkUp_Click(qint16 index);
     void clkDown_Click(qint16 index);
-    void ChangePlayer(const QString &direction);
+    void ChangePlayer(game::Direction direction);
 
     void clkStart_Click();
     void clkNext_Click();
@@ -157,12 +157,24 @@ private:
     void closeOtherWindows();
     void setProgramTitle();
 
-    game::Deck &deckOf(const Tab &tab);
+    Tab &tabOf(questions::Kind kind) { return m_tabs[size_t(kind)]; }
     void startTab(Tab &tab);
     void nextTab(Tab &tab);
     void prevTab(Tab &tab);
-    void showQuestion(Tab &tab);
     bool tabShown(int index);
+
+    // ---- The game's table: what its rules ask of this window ---------------
+    bool questionFileFound(questions::Kind kind) override;
+    bool askStartOver(questions::Kind kind) override;
+    std::optional<QStringList> readDeck(questions::Kind kind) override;
+    void showReloading(bool reloading) override;
+    void showPlayers() override { paintPlayers(); }
+    void showQuestion(questions::Kind kind) override;
+    void restartCountdown() override { CheckTimer(); }
+    game::Answer showEndOfGame(const game::TurnChange &change) override;
+    void runStart(questions::Kind kind) override;
+    void runNext(questions::Kind kind) override;
+    void runChangePlayer(game::Direction direction) override { ChangePlayer(direction); }
     // Shrinks a question's font until the text fits its label.
     static void fitText(QLabel *label);
 
@@ -173,8 +185,6 @@ private:
     QString statusCaption(const Tab &tab) const;
     // The audience screen, when open, shows the game as it is now.
     void paintAudience();
-    void startNewGameAfterWin();
-    void runWinDialog(const QString &message, bool tie);
 
     std::array<QWidget *, 4> rowWidgets(int row) const;
     bool keyMarksList(qint16 &keyCode);

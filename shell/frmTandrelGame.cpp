@@ -20,12 +20,6 @@ struct frmTandrel::TabWords {
     QString fileName;
     QString startOver;  // asked while a game of the tab is under way
     QString status;     // %1 of %2
-    // The match tab restarts the count as soon as Start is pressed, the
-    // phrase tab only once a phrase is shown.
-    bool countBeforeStart;
-    // The phrase tab's Next moves the turn before the deck, so a game end
-    // that deals anew leaves the new first phrase on show.
-    bool turnBeforeStep;
     // What the labels show of an entry.
     QStringList (*texts)(const QString &entry);
 };
@@ -38,8 +32,6 @@ const frmTandrel::TabWords frmTandrel::MatchWords{
     decks::MatchFileName,
     QStringLiteral("A Tandrel Game is already in Progress, Start Over?"),
     QStringLiteral("Viewing Match %1 of %2 Matches..."),
-    true,
-    false,
     [](const QString &entry) {
         const questions::MatchHalves halves = questions::splitMatch(entry);
         return QStringList{halves.left + QStringLiteral("\r\n"), halves.right + QStringLiteral("\r\n")};
@@ -54,8 +46,6 @@ const frmTandrel::TabWords frmTandrel::PhraseWords{
     decks::PhraseFileName,
     QStringLiteral("A Match Phrase Game is already in Progress, Start Over?"),
     QStringLiteral("Viewing Phrase %1 of %2 Phrases..."),
-    false,
-    true,
     [](const QString &entry) { return QStringList{entry + QStringLiteral("      ")}; },
 };
 
@@ -159,64 +149,41 @@ void frmTandrel::clkDown_Click(qint16 index)
     });
 }
 
-void frmTandrel::ChangePlayer(const QString &direction)
+void frmTandrel::ChangePlayer(Direction direction)
 {
-    Guarded("ChangePlayer", [&] {
-        game::TurnChange change;
-        if (direction == QLatin1String("Positive"))
-            change = m_game.changePlayer(Direction::Forward);
-        else if (direction == QLatin1String("Negative"))
-            change = m_game.changePlayer(Direction::Back);
-        paintPlayers();  // before any dialog
-
-        if (change.winners.size() == 1) {
-            const int w = change.winners.first();
-            runWinDialog(game::winnerMessage(m_game.name(w), m_game.score(w)), false);
-            startNewGameAfterWin();
-        } else if (!change.winners.isEmpty()) {
-            QStringList names;
-            for (int w : change.winners)
-                names.append(m_game.name(w));
-            runWinDialog(game::tieMessage(names, change.best), true);
-            const qint16 answer = platform::toInt16(Tag);
-            Tag.clear();
-            if (answer == platform::mb::No)
-                startNewGameAfterWin();
-            else
-                m_game.playAnotherRound();
-        }
-    });
+    Guarded("ChangePlayer", [&] { m_game.changePlayer(direction, *this); });
 }
 
-void frmTandrel::runWinDialog(const QString &message, bool tie)
+game::Answer frmTandrel::showEndOfGame(const game::TurnChange &change)
 {
+    QStringList names;
+    for (int w : change.winners)
+        names.append(m_game.name(w));
     frmWin dialog(Tag, this);
     dialog.Form_Load();
-    dialog.showMessage(message, tie);
+    dialog.showMessage(change.won() ? game::winnerMessage(names.first(), change.best)
+                                    : game::tieMessage(names, change.best),
+                       change.tied());
     platform::dialogs().execModal(dialog);
-}
-
-void frmTandrel::startNewGameAfterWin()
-{
-    m_game.gameEnded();
-    clkStart_Click();
-    clkStartPhrase_Click();
-}
-
-game::Deck &frmTandrel::deckOf(const Tab &tab)
-{
-    return m_game.deck(tab.words->kind);
+    if (change.won())
+        return game::Answer::Close;
+    // The dialog hands its answer back through the Tag; one left without
+    // an answer cannot be read and stops the turn change.
+    const qint16 answer = platform::toInt16(Tag);
+    Tag.clear();
+    return answer == platform::mb::No ? game::Answer::No : game::Answer::Yes;
 }
 
 bool frmTandrel::tabShown(int index)
 {
-    return deckOf(m_tabs[size_t(index)]).shown();
+    return m_game.deck(m_tabs[size_t(index)].words->kind).shown();
 }
 
-void frmTandrel::showQuestion(Tab &tab)
+void frmTandrel::showQuestion(questions::Kind kind)
 {
+    Tab &tab = tabOf(kind);
     tab.status->setText(statusCaption(tab));
-    const QStringList texts = tab.words->texts(deckOf(tab).current());
+    const QStringList texts = tab.words->texts(m_game.deck(kind).current());
     for (qsizetype i = 0; i < texts.size(); ++i) {
         tab.labels[i]->setText(texts[i]);
         fitText(tab.labels[i]);
@@ -224,85 +191,60 @@ void frmTandrel::showQuestion(Tab &tab)
     paintAudience();
 }
 
+bool frmTandrel::questionFileFound(questions::Kind kind)
+{
+    return decks::CheckQuestionFile(platform::programPath(tabOf(kind).words->fileName));
+}
+
+bool frmTandrel::askStartOver(questions::Kind kind)
+{
+    return platform::msgBox(tabOf(kind).words->startOver, platform::mb::YesNoCancel, QStringLiteral("Start New Game"))
+           == platform::mb::Yes;
+}
+
+std::optional<QStringList> frmTandrel::readDeck(questions::Kind kind)
+{
+    return decks::LoadDeck(kind, platform::programPath(tabOf(kind).words->fileName));
+}
+
+void frmTandrel::showReloading(bool reloading)
+{
+    if (reloading)
+        setWindowTitle(platform::app().exeName() + QStringLiteral(" is reloading and randomly sorting Tandrels..."));
+    else
+        setProgramTitle();
+}
+
+void frmTandrel::runStart(questions::Kind kind)
+{
+    startTab(tabOf(kind));
+}
+
+void frmTandrel::runNext(questions::Kind kind)
+{
+    nextTab(tabOf(kind));
+}
+
 void frmTandrel::startTab(Tab &tab)
 {
-    const TabWords &words = *tab.words;
-    Guard guard(words.start);
+    Guard guard(tab.words->start);
     guard.afterReport = [this] { setProgramTitle(); };
-    Guarded(guard, [&] {
-        if (words.countBeforeStart)
-            CheckTimer();
-        const QString path = platform::programPath(words.fileName);
-        if (!decks::CheckQuestionFile(path))
-            return;
-        // A game end deals again without asking; the host is asked only
-        // while a game of this tab is under way.
-        game::Deck &deck = deckOf(tab);
-        if (deck.dealWithoutAsking) {
-            setWindowTitle(platform::app().exeName()
-                           + QStringLiteral(" is reloading and randomly sorting Tandrels..."));
-            deck.dealWithoutAsking = false;
-        } else if (deck.inProgress()
-                   && platform::msgBox(words.startOver, platform::mb::YesNoCancel, QStringLiteral("Start New Game"))
-                          != platform::mb::Yes) {
-            return;
-        }
-        m_game.newGame();
-        paintPlayers();
-        const std::optional<QStringList> entries = decks::LoadDeck(words.kind, path);
-        if (!entries) {
-            setProgramTitle();
-            return;
-        }
-        deck.deal(*entries);
-        showQuestion(tab);
-        if (!words.countBeforeStart)
-            CheckTimer();
-        setProgramTitle();
-    });
+    Guarded(guard, [&] { m_game.start(tab.words->kind, *this); });
 }
 
 void frmTandrel::nextTab(Tab &tab)
 {
     Guarded(tab.words->next, [&] {
-        game::Deck &deck = deckOf(tab);
-        if (!deck.shown())
-            return;
-        if (tab.words->turnBeforeStep) {
-            ChangePlayer(QStringLiteral("Positive"));
-            if (m_game.takeDecksRestarted())
-                return;  // the game just ended and the new one shows its first phrase
-            deck.next();
-        } else {
-            deck.next();
-            ChangePlayer(QStringLiteral("Positive"));  // may end the game and deal new decks
-        }
-        showQuestion(tab);
-        if (m_game.takeAnotherRound()) {
-            // A tie goes on: the other tab moves on too, and its turn change
-            // gives the turn to row 0 (already painted there at the round's end).
-            Tab &other = &tab == &m_tabs[0] ? m_tabs[1] : m_tabs[0];
-            if (deckOf(other).shown())
-                nextTab(other);
-            else
-                m_game.giveTurn(0);
-        }
-        CheckTimer();
-        tab.next->setFocus();
+        if (m_game.next(tab.words->kind, *this) == game::Outcome::Shown)
+            tab.next->setFocus();
     });
 }
 
 void frmTandrel::prevTab(Tab &tab)
 {
     Guarded(tab.words->prev, [&] {
-        game::Deck &deck = deckOf(tab);
-        if (!deck.shown())
-            return;
-        deck.previous();
-        showQuestion(tab);
-        CheckTimer();
-        ChangePlayer(QStringLiteral("Negative"));
-        tab.prev->setFocus();
+        if (m_game.previous(tab.words->kind, *this) == game::Outcome::Shown)
+            tab.prev->setFocus();
     });
 }
 

@@ -121,7 +121,7 @@ void frmTandrel::PageUpDown(qint16 &keyCode)
 {
     Guarded("PageUpDown", [&] {
         Tab &tab = m_tabs[size_t(m_ui->SSTab1->currentIndex())];
-        if (!deckOf(tab).shown())
+        if (!tabShown(m_ui->SSTab1->currentIndex()))
             return;
         if (keyCode == KeyPageUp)
             prevTab(tab);

@@ -232,9 +232,9 @@ private Q_SLOTS:
         }
         QCOMPARE(g.score(0), qint16(32767));
         for (int i = 1; i < 2 * 32767; ++i)
-            g.changePlayer(Direction::Forward);
+            g.moveTurn(Direction::Forward);
         QCOMPARE(g.round(), qint16(32767));
-        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, g.changePlayer(Direction::Forward));
+        QVERIFY_THROWS_EXCEPTION(platform::RuntimeError, g.moveTurn(Direction::Forward));
         QCOMPARE(g.round(), qint16(32767));
     }
 
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QList<int> seen;
         int roundsEnded = 0;
         for (QChar step : steps) {
-            const game::TurnChange change = g.changePlayer(step == 'f' ? Direction::Forward : Direction::Back);
+            const game::TurnChange change = g.moveTurn(step == 'f' ? Direction::Forward : Direction::Back);
             seen << g.currentPlayer();
             roundsEnded += change.roundEnded;
             QVERIFY(change.winners.isEmpty());
@@ -286,8 +286,8 @@ private Q_SLOTS:
         g.setScoreToWin(qint16(target));
         // A score at the target in the middle of a round decides nothing.
         for (int i = 0; i < players - 1; ++i)
-            QVERIFY(!g.changePlayer(Direction::Forward).roundEnded);
-        const game::TurnChange change = g.changePlayer(Direction::Forward);
+            QVERIFY(!g.moveTurn(Direction::Forward).roundEnded);
+        const game::TurnChange change = g.moveTurn(Direction::Forward);
         QVERIFY(change.roundEnded);
         QCOMPARE(change.winners, winners);
         QCOMPARE(int(change.best), best);
