@@ -43,10 +43,92 @@ Game gameWith(int players, const QList<int> &scores, int matches = 20, int phras
     return g;
 }
 
+// A game played on a table of its own: question files of a known size
+// (0: missing, -1: without questions), the host's answers from a script, and
+// what the host was shown.
+struct Script final : game::Table {
+    Game g;
+    int files[2] = {6, 6};
+    bool startOver = false;         // the answer to "start over?"
+    game::Answer tie = game::Answer::Yes;
+    QStringList seen;               // dialogs and messages, in order
+    int counts = 0;                 // countdown restarts
+    bool reloading = false;
+
+    bool questionFileFound(Kind k) override { return files[int(k)] || (seen << "File Does Not Exist", false); }
+    bool askStartOver(Kind) override { return seen << "Start New Game", startOver; }
+    std::optional<QStringList> readDeck(Kind k) override
+    {
+        if (files[int(k)] > 0)
+            return entries(files[int(k)]);
+        seen << (reloading ? "Exiting File Load while reloading" : "Exiting File Load");
+        return std::nullopt;
+    }
+    void showReloading(bool r) override { reloading = r; }
+    void showPlayers() override {}
+    void showQuestion(Kind) override {}
+    void restartCountdown() override { ++counts; }
+    game::Answer showEndOfGame(const game::TurnChange &c) override
+    {
+        QStringList rows;
+        for (int w : c.winners)
+            rows << QString::number(w);
+        seen << (c.won() ? "won " : "tie ") + rows.join(' ') + " at " + QString::number(c.best);
+        return c.won() ? game::Answer::Close : tie;
+    }
+    void runStart(Kind k) override { g.start(k, *this); }
+    void runNext(Kind k) override { g.next(k, *this); }
+    void runChangePlayer(Direction d) override { g.changePlayer(d, *this); }
+
+    // Space-separated steps; lower case the match kind, upper case phrases:
+    //   n N next, p P previous, s S start (y x: start over answered yes or not)
+    //   u0 d0 a point up or down for row 0; =0:5 row 0's score made 5
+    //   c3 three players, w5 score to win 5, k2 row 2's turn
+    //   yes no: the tie's answer; -m -p the file gone, 0m 0p without questions, +m +p four questions
+    void play(const QString &script)
+    {
+        for (const QString &step : script.split(' ', Qt::SkipEmptyParts)) {
+            const QChar c = step[0];
+            const Kind kind = c.isUpper() || (step.size() == 2 && step.endsWith('p')) ? Kind::Phrase : Kind::Match;
+            const int n = step.mid(1).section(':', 0, 0).toInt();
+            if (step == "yes" || step == "no")
+                tie = step == "yes" ? game::Answer::Yes : game::Answer::No;
+            else if (c.toLower() == 'n')
+                g.next(kind, *this);
+            else if (c.toLower() == 'p')
+                g.previous(kind, *this);
+            else if (c.toLower() == 's')
+                startOver = step.endsWith('y'), g.start(kind, *this);
+            else if (c == 'u' || c == 'd')
+                c == 'u' ? g.scoreUp(n) : g.scoreDown(n);
+            else if (c == '=')
+                for (int want = step.section(':', 1).toInt(); g.score(n) != want;)
+                    g.score(n) < want ? g.scoreUp(n) : g.scoreDown(n);
+            else if (c == 'c')
+                g.setPlayerCount(n);
+            else if (c == 'w')
+                g.setScoreToWin(qint16(n));
+            else if (c == 'k')
+                g.giveTurn(n);
+            else
+                files[int(kind)] = c == '-' ? 0 : c == '0' ? -1 : 4;
+        }
+    }
+    // "R2 T1 10,4 M3 P1": the round, the turn, the scores in play, each deck's position (0: none shown).
+    QString state() const
+    {
+        QStringList scores;
+        for (int i = 0; i < g.playerCount(); ++i)
+            scores << QString::number(g.score(i));
+        const auto at = [&](Kind k) { return g.deck(k).shown() ? g.deck(k).position() : 0; };
+        return QStringLiteral("R%1 T%2 %3 M%4 P%5").arg(g.round()).arg(g.currentPlayer()).arg(scores.join(','))
+            .arg(at(Kind::Match)).arg(at(Kind::Phrase));
+    }
+};
+// Files of that many matches and phrases, a script, the state after, what the host was shown, the countdown's restarts.
+struct Play { int matches, phrases; QString script, state; QStringList seen; int counts; };
 // Decks of that many matches and phrases, a score, a point up or down, the score after.
 struct Points { int matches, phrases, start; bool up; int expected; };
-// That many players, the turn given to a row, steps (f forward, b back), the turns they give, the round after.
-struct Turns { int players, start; QString steps; QList<int> turns; int round; };
 // The score to win, the rows' scores, the players when the round ends, the winners and the best score.
 struct Ending { int target; QList<int> scores; int players; QList<int> winners; int best; };
 // A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
@@ -238,33 +320,50 @@ private Q_SLOTS:
         QCOMPARE(g.round(), qint16(32767));
     }
 
-    void turnChanges_data()
+    void plays_data()
     {
-        QTest::addColumn<Turns>("row");
-        QTest::newRow("three players round") << Turns{3, 0, "fff", {1, 2, 0}, 2};
-        QTest::newRow("back from row 0 to the last") << Turns{3, 0, "b", {2}, 1};
-        QTest::newRow("back never ends a round") << Turns{2, 1, "bbb", {0, 1, 0}, 1};
-        QTest::newRow("from a given turn") << Turns{5, 3, "f", {4}, 1};
-        QTest::newRow("given the last turn") << Turns{4, 3, "f", {0}, 2};
-        QTest::newRow("ten players") << Turns{10, 8, "ff", {9, 0}, 2};
+        QTest::addColumn<Play>("row");
+        const auto row = [](const char *name, const Play &play) { QTest::newRow(name) << play; };
+        const QStringList tie{"tie 0 2 at 10"}, again{"Start New Game"};
+        row("three players' round", {6, 6, "c3 n n n", "R2 T0 0,0,0 M4 P1", {}, 3});
+        row("back from row 0 to the last, same round", {6, 6, "c3 n n n p", "R2 T2 0,0,0 M3 P1", {}, 4});
+        row("from a given turn to the last and round", {6, 6, "c10 k8 n n", "R2 T0 0,0,0,0,0,0,0,0,0,0 M3 P1", {}, 2});
+        row("either kind moves the same turn", {6, 6, "N n", "R2 T0 0,0 M2 P2", {}, 2});
+        row("decks wrap both ways", {6, 6, "p P n", "R1 T1 0,0 M1 P6", {}, 3});
+        row("one question: still a step", {1, 6, "n n p", "R2 T1 0,0 M1 P1", {}, 3});
+        row("points stop at both decks' size and at 0", {6, 6, "=0:12 u0 d1 u1 d1 d1", "R1 T0 12,0 M1 P1", {}, 0});
+        row("winner on the match tab; the phrase's next step is the deal", {6, 6, "w5 =1:6 n n N", "R1 T1 0,0 M1 P1", {"won 1 at 6"}, 4});
+        row("winner on the phrase tab", {6, 6, "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won 1 at 6"}, 4});
+        row("only the end of a round decides, rows in play only", {6, 6, "c4 w5 =3:9 =0:4 c3 n n n", "R2 T0 4,0,0 M4 P1", {}, 3});
+        row("tie, another round from the match tab", {6, 6, "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", tie, 5});
+        row("tie, another round from the phrase tab", {6, 6, "yes c3 =0:10 =2:10 =1:4 N N N n", "R2 T1 10,4,10 M3 P4", tie, 5});
+        row("tie, new game", {6, 6, "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", tie, 4});
+        row("tie continued without phrases", {6, 0, "yes w5 =0:5 =1:5 n n", "R2 T0 5,5 M3 P0", {"tie 0 1 at 5"}, 2});
+        row("start over: yes", {6, 6, "c3 n n n n =1:3 sy", "R1 T0 0,0,0 M1 P1", again, 5});
+        row("start over: no; the match count restarts anyway", {6, 6, "c3 n n n n =1:3 s", "R2 T1 0,3,0 M5 P1", again, 5});
+        row("start over: no, phrases; the count is left alone", {6, 6, "c3 N N N N =1:3 S", "R2 T1 0,3,0 M1 P5", again, 4});
+        row("start with the file gone", {6, 6, "n n =0:4 -m s", "R2 T0 4,0 M3 P1", {"File Does Not Exist"}, 3});
+        row("start with the file gone, phrases", {6, 6, "N N =0:4 -p S", "R2 T0 4,0 M1 P3", {"File Does Not Exist"}, 2});
+        row("start without questions resets the game", {6, 6, "n n =0:4 0m sy", "R1 T0 0,0 M3 P1", {again[0], "Exiting File Load"}, 3});
+        row("a game end's deal waits for its file", {6, 6, "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
+                                                     {"won 1 at 5", "File Does Not Exist", "Exiting File Load while reloading"}, 4});
+        row("the turn given", {6, 6, "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2", {}, 7});
+        row("fewer players: turn to row 0, rows keep their scores", {6, 6, "c4 =3:6 n n n n n c2 c4", "R2 T0 0,0,0,6 M6 P1", {}, 5});
+        row("nothing shown, nothing moves", {0, 6, "n p", "R1 T0 0,0 M0 P1", {}, 0});
     }
-    void turnChanges()
+    void plays()
     {
-        QFETCH(Turns, row);
-        const auto &[players, start, steps, turns, round] = row;
-        Game g = gameWith(players, {});
-        g.giveTurn(start);
-        QList<int> seen;
-        int roundsEnded = 0;
-        for (QChar step : steps) {
-            const game::TurnChange change = g.moveTurn(step == 'f' ? Direction::Forward : Direction::Back);
-            seen << g.currentPlayer();
-            roundsEnded += change.roundEnded;
-            QVERIFY(change.winners.isEmpty());
-        }
-        QCOMPARE(seen, turns);
-        QCOMPARE(g.round(), qint16(round));
-        QCOMPARE(roundsEnded, round - 1);
+        QFETCH(Play, row);
+        Script t;
+        t.files[0] = row.matches;
+        t.files[1] = row.phrases;
+        t.play("S s");  // as the program starts
+        t.counts = 0;
+        t.seen.clear();
+        t.play(row.script);
+        QCOMPARE(t.state(), row.state);
+        QCOMPARE(t.seen, row.seen);
+        QCOMPARE(t.counts, row.counts);
     }
 
     void winnerAtTheEndOfARound_data()

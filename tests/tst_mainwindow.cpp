@@ -57,34 +57,18 @@ private Q_SLOTS:
         auto row = [](const char *name, const char *script, const char *state, QStringList shown = {}, int m = 6, int p = 6) {
             QTest::newRow(name) << m << p << QString(script) << QString(state) << shown;
         };
+        // The rules are the game's (tst_game); these rows are what the window adds: the dialog and its answer,
+        // the host's questions and messages, and that it shows what the game holds after each.
         const QStringList tie{"tie Name  Name at 10"}, again{"Start New Game"};
-        row("back from row 0 to the last, same round", "c3 n n n p", "R2 T2 0,0,0 M3 P1");
-        row("either tab moves the same turn", "N n", "R2 T0 0,0 M2 P2");
-        row("decks wrap both ways", "p P n", "R1 T1 0,0 M1 P6");
-        row("points stop at both decks' size and at 0", "=0:12 u0 d1 u1 d1 d1", "R1 T0 12,0 M1 P1");
-        row("winner on the match tab; the phrase tab's next step is the deal", "w5 =1:6 n n N", "R1 T1 0,0 M1 P1", {"won Name 6"});
         row("winner on the phrase tab", "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won Name 6"});
-        row("only the end of a round decides, rows in play only", "c4 w5 =3:9 =0:4 c3 n n n", "R2 T0 4,0,0 M4 P1");
         row("tie, another round from the match tab", "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", tie);
-        row("tie, another round from the phrase tab", "yes c3 =0:10 =2:10 =1:4 N N N n", "R2 T1 10,4,10 M3 P4", tie);
         row("tie, new game", "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", tie);
         row("tie left without an answer", "esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {tie[0], "ChangePlayer 13"});
-        row("tie continued without phrases", "yes w5 =0:5 =1:5 n n", "R2 T0 5,5 M3 P0", {"tie Name  Name at 5"}, 6, 0);
         row("start over: yes", "c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", again);
-        row("start over: no", "c3 n n n n =1:3 a7 s", "R2 T1 0,3,0 M5 P1", again);
         row("start over: cancel, phrases", "c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", again);
-        row("start with the file gone", "n n =0:4 -m s", "R2 T0 4,0 M3 P1", {"File Does Not Exist"});
-        row("start with the file gone, phrases", "N N =0:4 -p S", "R2 T0 4,0 M1 P3", {"File Does Not Exist"});
-        row("start without questions", "n n =0:4 0m a6 s", "R1 T0 0,0 M3 P1", {again[0], "Exiting File Load"});
         row("a game end's deal waits for its file", "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
             {"won Name 5", "File Does Not Exist", "Exiting File Load"});
-        row("double click gives the turn", "c5 n n n n n k3 N k4 n", "R3 T0 0,0,0,0,0 M1 P2");
-        row("double click shows the turn at once", "c3 k2", "R1 T2 0,0,0 M1 P1");
-        row("fewer players: turn to row 0, rows keep their scores", "c4 =3:6 n n n n n c2 c4", "R2 T0 0,0,0,6 M6 P1");
-        row("two players again, the list's first entry", "c3 n n c2", "R1 T0 0,0 M3 P1");
-        row("paging from a name", "c3 ^ _ _", "R1 T2 0,0,0 M6 P1");
-        row("paging on the phrase tab", "c3 tab1 ^ _ _", "R1 T2 0,0,0 M1 P6");
-        row("paging without a question", "tab0 ^ _ n p", "R1 T0 0,0 M0 P1", {}, 0, 6);
+        row("double click, fewer players, paging from a name", "c4 =3:6 k2 ^ c3 ^ _", "R1 T0 0,0,0 M2 P1");
     }
     void plays()
     {
