@@ -14,6 +14,13 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+namespace {
+// A script, the game after it ("R2 T1 10,4 M3 P1"), the dialogs and messages shown.
+struct Play { QString script, state; QStringList shown; };
+// The question files at start-up, the tab in front and the count shown.
+struct Start { QString matchFile, phraseFile; int tab; QString count; };
+}  // namespace
+
 class TestMainWindow : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -49,56 +56,44 @@ private Q_SLOTS:
 
     void plays_data()
     {
-        QTest::addColumn<int>("matches");
-        QTest::addColumn<int>("phrases");
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<QStringList>("shown");
-        auto row = [](const char *name, const char *script, const char *state, QStringList shown = {}, int m = 6, int p = 6) {
-            QTest::newRow(name) << m << p << QString(script) << QString(state) << shown;
-        };
+        QTest::addColumn<Play>("row");
+        const auto row = [](const char *name, const Play &play) { QTest::newRow(name) << play; };
         // The rules are the game's (tst_game); these rows are what the window adds: the dialog and its answer,
         // the host's questions and messages, and that it shows what the game holds after each.
         const QStringList tie{"tie Name  Name at 10"}, again{"Start New Game"};
-        row("winner on the phrase tab", "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won Name 6"});
-        row("tie, another round from the match tab", "yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", tie);
-        row("tie, new game", "no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", tie);
-        row("tie left without an answer", "esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {tie[0], "ChangePlayer 13"});
-        row("start over: yes", "c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", again);
-        row("start over: cancel, phrases", "c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", again);
-        row("a game end's deal waits for its file", "w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1",
-            {"won Name 5", "File Does Not Exist", "Exiting File Load"});
-        row("double click, fewer players, paging from a name", "c4 =3:6 k2 ^ c3 ^ _", "R1 T0 0,0,0 M2 P1");
+        row("winner on the phrase tab", {"w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won Name 6"}});
+        row("tie, another round from the match tab", {"yes c3 =0:10 =2:10 =1:4 n n n n", "R2 T1 10,4,10 M5 P2", tie});
+        row("tie, new game", {"no c3 =0:10 =2:10 =1:4 N N N", "R1 T0 0,0,0 M1 P1", tie});
+        row("tie left without an answer", {"esc =0:10 =1:10 n n n", "R2 T1 10,10 M4 P1", {tie[0], "ChangePlayer 13"}});
+        row("start over: yes", {"c3 n n n n =1:3 a6 s", "R1 T0 0,0,0 M1 P1", again});
+        row("start over: cancel, phrases", {"c3 N N N N =1:3 a2 S", "R2 T1 0,3,0 M1 P5", again});
+        row("a game end's deal waits for its file",
+            {"w5 =1:5 -m 0p n n +m s", "R1 T0 0,0 M1 P1", {"won Name 5", "File Does Not Exist", "Exiting File Load"}});
+        row("double click, fewer players, paging from a name", {"c4 =3:6 k2 ^ c3 ^ _", "R1 T0 0,0,0 M2 P1", {}});
     }
     void plays()
     {
-        QFETCH(int, matches);
-        QFETCH(int, phrases);
-        QFETCH(QString, script);
-        GameWindow g(matches, phrases);
-        g.play(script);
-        QTEST(g.state(), "state");
-        QTEST(g.shown, "shown");
+        QFETCH(Play, row);
+        GameWindow g;
+        g.play(row.script);
+        QCOMPARE(g.state(), row.state);
+        QCOMPARE(g.shown, row.shown);
         QVERIFY(g.w().Tag.isEmpty());
         QCOMPARE(g.w().windowTitle(), QStringLiteral("Tandrel"));
     }
 
     void questionFilesDecideTheStart_data()
     {
-        QTest::addColumn<QString>("matchFile");
-        QTest::addColumn<QString>("phraseFile");
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("count");
-        QTest::newRow("both files") << MatchFile << PhraseFile << 0 << "30";
-        QTest::newRow("only match lines") << MatchFile << "" << 0 << "30";
-        QTest::newRow("only phrases, any letter case") << "" << "TANDRELPHRASES.TXT" << 1 << "30";
-        QTest::newRow("no question file") << "" << "" << 0 << "0";
+        QTest::addColumn<Start>("row");
+        QTest::newRow("both files") << Start{MatchFile, PhraseFile, 0, "30"};
+        QTest::newRow("only match lines") << Start{MatchFile, "", 0, "30"};
+        QTest::newRow("only phrases, any letter case") << Start{"", "TANDRELPHRASES.TXT", 1, "30"};
+        QTest::newRow("no question file") << Start{"", "", 0, "0"};
     }
     void questionFilesDecideTheStart()
     {
-        QFETCH(QString, matchFile);
-        QFETCH(QString, phraseFile);
-        QFETCH(QString, count);
+        QFETCH(Start, row);
+        const auto &[matchFile, phraseFile, tab, count] = row;
         FakePlatform fake;
         if (!matchFile.isEmpty())
             fake.writeFile(matchFile, questionFile(questionLines(6, false)));
@@ -107,7 +102,7 @@ private Q_SLOTS:
         frmTandrel w;
         w.Form_Load();
         auto *ui = w.ui();
-        QTEST(ui->SSTab1->currentIndex(), "tab");
+        QCOMPARE(ui->SSTab1->currentIndex(), tab);
         QCOMPARE(ui->txtTimer->text(), count);
         QCOMPARE(w.countdown().length(), qint16(count.toInt()));
         QCOMPARE(w.OptTimer[0]->isChecked(), count == QLatin1String("0"));  // on, unless a question was found
@@ -115,10 +110,8 @@ private Q_SLOTS:
         QVERIFY(w.optSound[1]->isChecked() && !ui->hsc1->isEnabled());
         QCOMPARE(ui->clkStatusMatch->text(), matchFile.isEmpty() ? QString() : "Viewing Match 1 of 6 Matches...");
         QCOMPARE(ui->clkStatusPhrase->text(), phraseFile.isEmpty() ? QString() : "Viewing Phrase 1 of 5 Phrases...");
-        if (!matchFile.isEmpty()) {
-                QVERIFY(w.lblName[0]->text().endsWith(QStringLiteral("\r\n")));
-            QVERIFY(w.lblName[1]->text().startsWith(QString(19, QLatin1Char('_'))));
-        }
+        if (!matchFile.isEmpty())
+            QVERIFY(w.lblName[0]->text().endsWith("\r\n") && w.lblName[1]->text().startsWith(QString(19, '_')));
         if (!phraseFile.isEmpty())
             QVERIFY(ui->lblPhrase->text().endsWith(QStringLiteral(" in it.      "), Qt::CaseInsensitive));
         QCOMPARE(ui->clkRound->text(), QStringLiteral("Round 1"));

@@ -58,6 +58,11 @@ QStringList failedAttempt(const QString &name, int lines = 6, bool mediaAdvice =
     return all;
 }
 
+// The components absent, those that do not load, those a registration mends, the log's lines.
+struct Components { QStringList absent, broken, fixedByLaunch, lines; };
+// The question files there, the answer to the question, the copies made (space-separated), where the host lives.
+struct Update { QStringList files; int answer; QString copies; QLocale::Country country = QLocale::UnitedStates; };
+
 // A program folder with question files and a log left by the last run.
 struct Start {
     FakePlatform fake;
@@ -125,33 +130,28 @@ private Q_SLOTS:
     }
     void componentCheckLogsWhatItFinds_data()
     {
-        QTest::addColumn<QStringList>("absent");
-        QTest::addColumn<QStringList>("broken");
-        QTest::addColumn<QStringList>("fixedByLaunch");
-        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<Components>("row");
         QStringList noPlayer = AllPresent;
         noPlayer.replace(6, "File wmp.dll Does Not Exist...");
         noPlayer.removeAt(7);
-        const QStringList none, player{"wmp.dll"}, rich{"RICHTX32.OCX"};
-        QTest::newRow("all present") << none << none << none << AllPresent;
-        QTest::newRow("media player not installed") << player << none << none << noPlayer;
-        QTest::newRow("buttons do not load") << none << QStringList{"SonicClickUltra.ocx"} << none << failedAttempt("SonicClickUltra.ocx");
-        QTest::newRow("no decoders: media advice last") << none << player << none << failedAttempt("wmp.dll", 6, true);
-        QTest::newRow("tabs: no existence test, no media advice") << QStringList{"TabCtl32.ocx"} << none << none << failedAttempt("TabCtl32.ocx");
-        QTest::newRow("loads after the launch") << none << rich << rich << failedAttempt("RICHTX32.OCX", 2);
+        const QStringList player{"wmp.dll"}, rich{"RICHTX32.OCX"};
+        QTest::newRow("all present") << Components{{}, {}, {}, AllPresent};
+        QTest::newRow("media player not installed") << Components{player, {}, {}, noPlayer};
+        QTest::newRow("buttons do not load") << Components{{}, {"SonicClickUltra.ocx"}, {}, failedAttempt("SonicClickUltra.ocx")};
+        QTest::newRow("no decoders: media advice last") << Components{{}, player, {}, failedAttempt("wmp.dll", 6, true)};
+        QTest::newRow("tabs: no existence test, no media advice") << Components{{"TabCtl32.ocx"}, {}, {}, failedAttempt("TabCtl32.ocx")};
+        QTest::newRow("loads after the launch") << Components{{}, rich, rich, failedAttempt("RICHTX32.OCX", 2)};
     }
     void componentCheckLogsWhatItFinds()
     {
-        QFETCH(QStringList, absent);
-        QFETCH(QStringList, broken);
-        QFETCH(QStringList, fixedByLaunch);
+        QFETCH(Components, row);
         FakePlatform fake;
-        fake.absentComponents = absent;
-        fake.missingComponents = broken;
-        fake.componentsLoadingAfterLaunch = fixedByLaunch;
+        fake.absentComponents = row.absent;
+        fake.missingComponents = row.broken;
+        fake.componentsLoadingAfterLaunch = row.fixedByLaunch;
         frmSplash splash;
         splash.checkRegistryFiles();
-        QTEST(fake.logTexts(), "lines");
+        QCOMPARE(fake.logTexts(), row.lines);
         for (const QString &launch : fake.launches)
             QVERIFY(launch.startsWith("runas|" + fake.dir + "/Regsvr32 /s") && launch.endsWith("| /admin"));
         QCOMPARE(fake.boxes.size(), 0);
@@ -227,31 +227,24 @@ private Q_SLOTS:
 
     void updateAsksThenBacksUpAndOpensThePage_data()
     {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QLocale>("locale");
-        QTest::addColumn<QStringList>("copies");
+        QTest::addColumn<Update>("row");
         const QStringList both{MatchFile, PhraseFile};
-        const QLocale us(QLocale::English, QLocale::UnitedStates);
-        QTest::newRow("Yes, both files") << both << 6 << us
-                                         << QStringList{"TandrelLines_11_18_2026_4_05_32_PM.txt", "TandrelPhrases_11_18_2026_4_05_32_PM.txt"};
-        QTest::newRow("Yes, phrases only") << QStringList{PhraseFile} << 6 << us << QStringList{"TandrelPhrases_11_18_2026_4_05_32_PM.txt"};
-        QTest::newRow("Yes, no files") << QStringList() << 6 << us << QStringList();
-        QTest::newRow("No") << both << 7 << us << QStringList();
-        QTest::newRow("Cancel") << both << 2 << us << QStringList();
-        QTest::newRow("Germany: dots stay") << QStringList{MatchFile} << 6 << QLocale(QLocale::German, QLocale::Germany)
-                                            << QStringList{"TandrelLines_18.11.2026_16_05_32.txt"};
-        QTest::newRow("Sweden: dashes stay") << QStringList{MatchFile} << 6 << QLocale(QLocale::Swedish, QLocale::Sweden)
-                                             << QStringList{"TandrelLines_2026-11-18_16_05_32.txt"};
+        const QString pm = "_11_18_2026_4_05_32_PM.txt";  // the date's slashes, colons and spaces made underscores
+        QTest::newRow("Yes, both files") << Update{both, 6, "TandrelLines" + pm + " TandrelPhrases" + pm};
+        QTest::newRow("Yes, phrases only") << Update{{PhraseFile}, 6, "TandrelPhrases" + pm};
+        QTest::newRow("Yes, no files") << Update{{}, 6, ""};
+        QTest::newRow("No") << Update{both, 7, ""};
+        QTest::newRow("Cancel") << Update{both, 2, ""};
+        QTest::newRow("Germany: dots stay") << Update{{MatchFile}, 6, "TandrelLines_18.11.2026_16_05_32.txt", QLocale::Germany};
     }
     void updateAsksThenBacksUpAndOpensThePage()
     {
-        QFETCH(QStringList, files);
-        QFETCH(int, answer);
-        QFETCH(QLocale, locale);
-        QFETCH(QStringList, copies);
+        QFETCH(Update, row);
+        const auto &[files, answer, copyNames, country] = row;
+        const QStringList copies = copyNames.split(' ', Qt::SkipEmptyParts);
         GameWindow g(0, 0);
-        g.fake.loc = locale;
+        if (country != QLocale::UnitedStates)
+            g.fake.loc = QLocale(QLocale::German, country);
         QDir(g.fake.dir).mkdir(QStringLiteral("BackUps"));
         g.fake.writeFile(QStringLiteral("BackUps/TandrelLines_older.txt"), "kept\r\n");
         for (const QString &name : files)
