@@ -9,6 +9,23 @@
 //   frmTandrelSettings.cpp  countdown, sound, the configuration file and dialog
 //   frmTandrelLinks.cpp     editors, backups, rules, About and web pages
 //   frmTandrelBig.cpp       full screen and the audience screen
+//
+// The controls keep the names the program has always given them; by prefix,
+// clk is a button, txt a text box, lbl a label, cmb a list, opt an option,
+// chk a check box. The less obvious ones:
+//   SSTab1               the two tabs: 0 match lines, 1 phrases
+//   lblName_0, _1        the match line's left and right halves
+//   lblPhrase            the phrase shown
+//   clkStatusMatch/...Phrase  the status line ("Viewing Match 1 of 6 Matches...")
+//   clkRound             the round ("Round 2"), a button used as a label
+//   txtPlayer_N          player N's name; txtCounter_N their score (read-only)
+//   clkUp_N, clkDown_N   a point up or down for player N
+//   txtTimer             the count shown; Timer1 the one-second tick
+//   OptTimer_0/_1        Timer On/Off; optSound_0/_1 Sound On/Off
+//   chkBuzzer, chkSoundAlwaysOn  hidden switches the settings set
+//   cmdUpdateButton      hidden: applies a new countdown length
+//   hsc1                 the volume bar
+//   rtb1                 (the editors and the rules viewer) their text box
 #include "core/Game.h"
 #include "files/ConfigFile.h"
 #include "shell/frmAudience.h"

@@ -331,7 +331,6 @@ private Q_SLOTS:
         row("either kind moves the same turn", {6, 6, "N n", "R2 T0 0,0 M2 P2", {}, 2});
         row("decks wrap both ways", {6, 6, "p P n", "R1 T1 0,0 M1 P6", {}, 3});
         row("one question: still a step", {1, 6, "n n p", "R2 T1 0,0 M1 P1", {}, 3});
-        row("points stop at both decks' size and at 0", {6, 6, "=0:12 u0 d1 u1 d1 d1", "R1 T0 12,0 M1 P1", {}, 0});
         row("winner on the match tab; the phrase's next step is the deal", {6, 6, "w5 =1:6 n n N", "R1 T1 0,0 M1 P1", {"won 1 at 6"}, 4});
         row("winner on the phrase tab", {6, 6, "w5 =1:6 N N N", "R1 T1 0,0 M1 P2", {"won 1 at 6"}, 4});
         row("only the end of a round decides, rows in play only", {6, 6, "c4 w5 =3:9 =0:4 c3 n n n", "R2 T0 4,0,0 M4 P1", {}, 3});
@@ -392,34 +391,6 @@ private Q_SLOTS:
         QCOMPARE(int(change.best), best);
         for (int r = 0; r < scores.size(); ++r)  // deciding changes no score
             QCOMPARE(g.score(r), qint16(scores[r]));
-    }
-
-    void deckWrapsBothWays_data()
-    {
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QString>("steps");  // n next, p previous
-        QTest::addColumn<QList<int>>("positions");
-        QTest::newRow("forward past the end") << 3 << "nnn" << QList<int>{2, 3, 1};
-        QTest::newRow("back past the start") << 3 << "pp" << QList<int>{3, 2};
-        QTest::newRow("one entry") << 1 << "npn" << QList<int>{1, 1, 1};
-    }
-    void deckWrapsBothWays()
-    {
-        QFETCH(int, size);
-        QFETCH(QString, steps);
-        game::Deck deck;
-        QVERIFY(!deck.shown() && !deck.inProgress());
-        deck.deal(entries(size));
-        QVERIFY(deck.shown() && deck.inProgress());
-        QList<int> seen;
-        for (QChar step : steps) {
-            step == 'n' ? deck.next() : deck.previous();
-            seen << deck.position();
-            QCOMPARE(deck.current(), QString::number(deck.position()));
-        }
-        QTEST(seen, "positions");
-        deck.deal(entries(size));
-        QCOMPARE(deck.position(), qint16(1));
     }
 
     void endOfGameMessages()
