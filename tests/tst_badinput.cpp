@@ -3,7 +3,6 @@
 #include "GameWindow.h"
 #include "EditorWindows.h"
 #include "TestMain.h"
-#include "core/Decks.h"
 #include "files/ConfigFile.h"
 #include "platform/TextFiles.h"
 #include "shell/frmHowTo.h"
@@ -11,58 +10,45 @@
 #include "ui_frmHowTo.h"
 #include <QDir>
 #include <QFile>
-#include <QTextEdit>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-// A file of the catalogue under the given name in the program folder.
+// Makes the catalogue's entry at path: a file of tests/badinput, or one made here.
 void makeFile(const QString &entry, const QString &path)
 {
     const auto write = [&](const QByteArray &bytes) {
         QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     };
-    if (entry == QLatin1String("one-10MB-line")) {
-        write("Blank " + QByteArray(10 * 1024 * 1024, 'x') + "\r\n");
-    } else if (entry == QLatin1String("one-25000-character-line")) {
-        write("Blank " + QByteArray(25000, 'x') + "\r\n");
-    } else if (entry == QLatin1String("50MB-random")) {
-        std::mt19937 gen(20261123);
-        QByteArray bytes(50 * 1024 * 1024, '\0');
-        auto *words = reinterpret_cast<quint32 *>(bytes.data());
-        for (qsizetype i = 0; i < bytes.size() / 4; ++i)
-            words[i] = gen();
+    if (entry.startsWith("one-")) {
+        write("Blank " + QByteArray(entry == "one-10MB-line" ? 10 << 20 : 25000, 'x') + "\r\n");
+    } else if (entry == "50MB-random") {
+        QByteArray bytes(50 << 20, '\0');
+        std::generate_n(reinterpret_cast<quint32 *>(bytes.data()), bytes.size() / 4, std::mt19937(20261123));
         write(bytes);
-    } else if (entry == QLatin1String("40000-lines")) {
-        QByteArray bytes;
-        for (int i = 0; i < 40000; ++i)
-            bytes += QByteArray("Question ") + QByteArray::number(i) + " has a Blank\r\n";
-        write(bytes);
-    } else if (entry == QLatin1String("symlink-loop")) {
-        QVERIFY(QFile::link(path, path));
-    } else if (entry == QLatin1String("fifo")) {
+    } else if (entry == "40000-lines") {
+        write(questionFile(questionLines(40000, false)));
+    } else if (entry == "symlink-loop" || entry == "link-to-dev-zero") {
+        QVERIFY(QFile::link(entry == "symlink-loop" ? path : "/dev/zero", path));
+    } else if (entry == "fifo") {
         QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    } else if (entry == QLatin1String("link-to-dev-zero")) {
-        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), path));
-    } else if (entry == QLatin1String("directory")) {
+    } else if (entry == "directory") {
         QVERIFY(QDir().mkdir(path));
-    } else if (entry == QLatin1String("no-read-permission")) {
+    } else if (entry == "no-read-permission") {
         write("Shoe Blank\r\n");
         QFile::setPermissions(path, QFileDevice::WriteOwner);
     } else {
-        QVERIFY(QFile::copy(QStringLiteral(TANDREL_SOURCE_DIR "/tests/badinput/") + entry + QStringLiteral(".txt"),
-                            path));
+        QVERIFY(QFile::copy(TANDREL_SOURCE_DIR "/tests/badinput/" + entry + ".txt", path));
     }
 }
 
 // What each reader shows for each entry of the catalogue (README's table).
-struct Row {
+struct Entry {
     const char *name;
     const char *seen[5];  // match deck, phrase deck, configuration, editor, rules
 };
-const Row Catalogue[] = {
+const Entry Catalogue[] = {
     {"empty", {"Exiting File Load", "Exiting File Load", "", "loadTandrelLines 62", "shown"}},
     {"comments-only", {"Exiting File Load", "Exiting File Load", "", "shown", "shown"}},
     {"placeholders-only", {"Exiting File Load", "2", "", "shown", "shown"}},
@@ -83,15 +69,11 @@ const Row Catalogue[] = {
     {"directory", {"File Does Not Exist", "File Does Not Exist", "", "Create a New Match File?", "File not Loaded"}},
     {"fifo", {"clkStart_Click 75", "clkStartPhrase_Click 75", "readInConfigFile 75", "loadTandrelLines 75", "Form_Load frmHowTo 75"}},
     {"link-to-dev-zero", {"clkStart_Click 75", "clkStartPhrase_Click 75", "readInConfigFile 75", "loadTandrelLines 75", "Form_Load frmHowTo 75"}},
-    {"no-read-permission", {"clkStart_Click 70", "clkStartPhrase_Click 70", "readInConfigFile 70",
-     "loadTandrelLines 70", "Form_Load frmHowTo 70"}},
+    {"no-read-permission", {"clkStart_Click 70", "clkStartPhrase_Click 70", "readInConfigFile 70", "loadTandrelLines 70", "Form_Load frmHowTo 70"}},
 };
 
-// Root reads any file, so the unreadable file can only be tried as a user.
-bool unreadableAsRoot(const QString &entry)
-{
-    return entry == QLatin1String("no-read-permission") && geteuid() == 0;
-}
+// A catalogue's entry given to one reader, and what the host sees first: a message, the deck's size, or "shown".
+struct Row { QString entry; int reader; QString expected; };
 }  // namespace
 
 class TestBadInput : public QObject {
@@ -99,30 +81,25 @@ class TestBadInput : public QObject {
 private Q_SLOTS:
     void everyReaderReadsWhatItCan_data()
     {
-        QTest::addColumn<QString>("entry");
-        QTest::addColumn<int>("reader");
-        QTest::addColumn<QString>("expected");  // what the host saw first, or the deck's size, or "shown"
+        QTest::addColumn<Row>("row");
         const char *readers[] = {"match deck", "phrase deck", "configuration", "editor", "rules"};
-        for (const Row &row : Catalogue)
+        for (const Entry &e : Catalogue)
             for (int reader = 0; reader < 5; ++reader)
-                QTest::addRow("%s, %s", row.name, readers[reader])
-                    << QString(row.name) << reader
-                    << QString(row.seen[reader]);
+                QTest::addRow("%s, %s", e.name, readers[reader]) << Row{e.name, reader, e.seen[reader]};
     }
     void everyReaderReadsWhatItCan()
     {
-        QFETCH(QString, entry);
-        QFETCH(int, reader);
-        QFETCH(QString, expected);
-        if (unreadableAsRoot(entry))
+        QFETCH(Row, row);
+        const auto &[entry, reader, expected] = row;
+        if (entry == "no-read-permission" && geteuid() == 0)
             QSKIP("root reads any file");
         GameWindow g(0, 0);
         const QString name = QStringList{MatchFile, PhraseFile, config::FileName, MatchFile, "HowToPlayTandrel.rtf"}[reader];
         makeFile(entry, g.fake.path(name));
         // A FIFO or a device has no bytes of its own to compare (reading them would wait or never end).
-        const bool special = entry == QLatin1String("fifo") || entry == QLatin1String("link-to-dev-zero");
+        const bool special = entry == "fifo" || entry == "link-to-dev-zero";
         const QByteArray before = special ? QByteArray() : g.fake.fileBytes(name);
-        QString result;
+        QString result = reader > 2 ? "shown" : "";  // the editor or the viewer opened without a message
         if (reader < 2) {
             g.play(reader ? "S" : "s");
             result = QString::number(g.deck(reader).size());
@@ -130,27 +107,21 @@ private Q_SLOTS:
         } else if (reader == 2) {
             g.w().readInConfigFile();
         } else if (reader == 3) {
-            QString text = platform::decodeText(before);
-            text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
             const QString inBox = openEditor(g.w(), true)->ui()->rtb1->toPlainText();
-            QCOMPARE(inBox, g.shown.isEmpty() ? text : QString());
-            result = QStringLiteral("shown");
+            QCOMPARE(inBox, g.shown.isEmpty() ? platform::decodeText(before).replace("\r\n", "\n").replace('\r', '\n') : QString());
         } else {
             g.ui()->clkHowToPlay->click();
-            auto *viewer = qobject_cast<frmHowTo *>(platform::loadedWindow(QStringLiteral("frmHowTo")));
-            if (viewer)
-                QVERIFY(g.shown.isEmpty() ? viewer->ui()->rtb1->toPlainText().size() <= before.size() + 1
-                                          : viewer->ui()->rtb1->toPlainText().isEmpty());
-            result = QStringLiteral("shown");
+            if (auto *viewer = qobject_cast<frmHowTo *>(platform::loadedWindow("frmHowTo")))
+                QVERIFY(viewer->ui()->rtb1->toPlainText().size() <= (g.shown.isEmpty() ? before.size() + 1 : 0));
         }
         QCOMPARE(g.shown.value(0, result), expected);
         if (!special)
             QCOMPARE(g.fake.fileBytes(name), before);
-        if (entry == QLatin1String("40000-lines") && reader == 0) {  // a full deck steps round without overflow
+        if (entry == "40000-lines" && reader == 0) {  // a full deck steps round without overflow
             g.play("p");
-            QCOMPARE(g.status(false), QStringLiteral("Viewing Match 32766 of 32766 Matches..."));
+            QCOMPARE(g.status(false), "Viewing Match 32766 of 32766 Matches...");
             g.play("n");
-            QCOMPARE(g.status(false), QStringLiteral("Viewing Match 1 of 32766 Matches..."));
+            QCOMPARE(g.status(false), "Viewing Match 1 of 32766 Matches...");
         }
     }
 };
