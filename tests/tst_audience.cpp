@@ -8,6 +8,12 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+namespace {
+// On the audience screen or the host's window, a key with or without Shift; then the screen is open, blank
+// or closed, or "M2": the next match is shown.
+struct Key { bool onScreen; Qt::Key key; bool shift; QString after; };
+}  // namespace
+
 class tst_Audience : public QObject {
     Q_OBJECT
 
@@ -85,30 +91,24 @@ private Q_SLOTS:
 
     void keys_data()
     {
-        QTest::addColumn<bool>("onScreen");  // else on the host's window
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("shift");
-        QTest::addColumn<QString>("after");  // open, blank or closed; "M2": the next match
-        QTest::newRow("F5 on the host") << false << int(Qt::Key_F5) << false << "closed";
-        QTest::newRow("Shift+F5 on the host") << false << int(Qt::Key_F5) << true << "closed";
-        QTest::newRow("Escape on the host") << false << int(Qt::Key_Escape) << false << "open";
-        QTest::newRow("B on the host") << false << int(Qt::Key_B) << false << "blank";
-        QTest::newRow(". on the host") << false << int(Qt::Key_Period) << false << "blank";
-        QTest::newRow("PageDown on the host") << false << int(Qt::Key_PageDown) << false << "M2";
-        QTest::newRow("F5 on the screen") << true << int(Qt::Key_F5) << false << "closed";
-        QTest::newRow("Shift+F5 on the screen") << true << int(Qt::Key_F5) << true << "closed";
-        QTest::newRow("Escape on the screen") << true << int(Qt::Key_Escape) << false << "closed";
-        QTest::newRow("B on the screen") << true << int(Qt::Key_B) << false << "blank";
-        QTest::newRow(". on the screen") << true << int(Qt::Key_Period) << false << "blank";
-        QTest::newRow("PageDown on the screen") << true << int(Qt::Key_PageDown) << false << "M2";
-        QTest::newRow("another key on the screen") << true << int(Qt::Key_A) << false << "open";
+        QTest::addColumn<Key>("row");
+        for (bool onScreen : {false, true}) {
+            const auto row = [&](const char *name, Qt::Key key, bool shift, const char *after) {
+                QTest::addRow("%s on the %s", name, onScreen ? "screen" : "host") << Key{onScreen, key, shift, after};
+            };
+            row("F5", Qt::Key_F5, false, "closed");
+            row("Shift+F5", Qt::Key_F5, true, "closed");
+            row("Escape", Qt::Key_Escape, false, onScreen ? "closed" : "open");
+            row("B", Qt::Key_B, false, "blank");
+            row(".", Qt::Key_Period, false, "blank");
+            row("PageDown", Qt::Key_PageDown, false, "M2");
+        }
+        QTest::newRow("another key on the screen") << Key{true, Qt::Key_A, false, "open"};
     }
     void keys()
     {
-        QFETCH(bool, onScreen);
-        QFETCH(int, key);
-        QFETCH(bool, shift);
-        QFETCH(QString, after);
+        QFETCH(Key, row);
+        const auto &[onScreen, key, shift, after] = row;
         GameWindow g;
         activate(g);
         frmAudience *a = opened(g);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         if (onScreen)
             QApplication::setActiveWindow(a);
         const Qt::KeyboardModifiers modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-        const auto press = [&] { QTest::keyClick(onScreen ? static_cast<QWidget *>(a) : g.ui()->clkNext, Qt::Key(key), modifiers); };
+        const auto press = [&] { QTest::keyClick(onScreen ? static_cast<QWidget *>(a) : g.ui()->clkNext, key, modifiers); };
         press();
         const QString state = !g.w().audienceOpen() ? "closed" : g.w().audience()->isBlank() ? "blank" : "open";
         QCOMPARE(after.startsWith('M') ? g.state().section(' ', 3, 3) : state, after);
