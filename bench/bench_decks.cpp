@@ -1,5 +1,5 @@
 // Loads of big question files, timed against just reading their lines.
-//   bench_decks generate DIR            writes the two 32,766-line files
+//   bench_decks generate DIR            writes the 32,766-line files
 //   bench_decks time DIR [--literal]    times read+split and load+shuffle
 //   bench_decks peak read|load FILE     one operation in a fresh process: its
 //                                       time and peak memory
@@ -33,21 +33,46 @@ QString word(std::mt19937 &gen)
     return w;
 }
 
+// A part of a phrase line, whole words around its blank.
+QString partAroundBlank(const QString &line, std::mt19937 &gen)
+{
+    const QStringList words = line.split(QLatin1Char(' '));
+    const qsizetype blank = words.indexOf(QStringLiteral("Blank"));
+    const qsizetype from = qsizetype(gen() % quint32(blank + 1));
+    const qsizetype to = blank + 2 + qsizetype(gen() % quint32(words.size() - blank - 1));
+    return words.mid(from, to - from).join(QLatin1Char(' '));
+}
+
 void generate(const QString &dir)
 {
     std::mt19937 gen(2026);
+    const QString phraseHeader = QStringLiteral("# Tandrel Phrase Questions \r\n\r\n");
     QString match = QStringLiteral("# Tandrel Match Lines \r\n\r\n");
-    QString phrase = QStringLiteral("# Tandrel Phrase Questions \r\n\r\n");
+    QString phrase = phraseHeader;
+    QStringList phrases;
     for (int i = 0; i < Lines; ++i) {
         const QString a = word(gen), b = word(gen);
         match += (gen() % 2 ? a + QStringLiteral(" Blank") : QStringLiteral("Blank ") + a) + (gen() % 3 ? QString() : QLatin1Char(' ') + b) + QStringLiteral("\r\n");
         QString p = QStringLiteral("My friend ") + a + QStringLiteral(" said that ") + b + QStringLiteral(" never eats ");
         p += QStringLiteral("Blank at the ") + word(gen) + QStringLiteral(" party because the ") + word(gen)
-             + QStringLiteral(" was too loud.\r\n");
-        phrase += p;
+             + QStringLiteral(" was too loud.");
+        phrase += p + QStringLiteral("\r\n");
+        phrases << p;
+    }
+    // The same phrases where about one line in ten repeats an earlier one,
+    // whole or a part of it, as hosts' files do.
+    QString repeats = phraseHeader;
+    for (int i = 0; i < Lines; ++i) {
+        QString p = phrases[i];
+        if (i > 0 && gen() % 10 == 0) {
+            const QString &earlier = phrases[gen() % quint32(i)];
+            p = gen() % 2 ? earlier : partAroundBlank(earlier, gen);
+        }
+        repeats += p + QStringLiteral("\r\n");
     }
     platform::writeWhole(dir + QStringLiteral("/TandrelLines.txt"), match);
     platform::writeWhole(dir + QStringLiteral("/TandrelPhrases.txt"), phrase);
+    platform::writeWhole(dir + QStringLiteral("/TandrelPhrasesWithRepeats.txt"), repeats);
 }
 
 // Phrase files of 32,766 lines of about 180 characters (6 MB), each family
@@ -156,17 +181,18 @@ int main(int argc, char *argv[])
     if (args.size() >= 3 && args[1] == QLatin1String("time")) {
         const bool literal = args.contains(QStringLiteral("--literal"));
         for (const auto &[name, kind] : {std::pair{QStringLiteral("TandrelLines.txt"), Kind::Match},
-                                         std::pair{QStringLiteral("TandrelPhrases.txt"), Kind::Phrase}}) {
+                                         std::pair{QStringLiteral("TandrelPhrases.txt"), Kind::Phrase},
+                                         std::pair{QStringLiteral("TandrelPhrasesWithRepeats.txt"), Kind::Phrase}}) {
             const QString path = args[2] + QLatin1Char('/') + name;
             qsizetype count = 0, entries = 0;
             const auto [read, load] = bestInTurn(11, [&] { count = readAllLines(path).size(); },
                                                  [&] { entries = decks::LoadDeck(kind, path)->size(); });
-            std::printf("%-20s lines %6lld  entries %6lld  read+split %8.1f ms  load+shuffle %8.1f ms  ratio %.2f\n",
+            std::printf("%-30s lines %6lld  entries %6lld  read+split %8.1f ms  load+shuffle %8.1f ms  ratio %.2f\n",
                         qPrintable(name), (long long)count, (long long)entries, read, load, load / read);
             if (literal) {
                 qsizetype literalEntries = 0;
                 const double slow = msOf([&] { literalEntries = literalLoad(kind, path).size(); });
-                std::printf("%-20s literal reader %10.1f ms (%lld entries)\n", qPrintable(name), slow,
+                std::printf("%-30s literal reader %10.1f ms (%lld entries)\n", qPrintable(name), slow,
                             (long long)literalEntries);
             }
         }
