@@ -214,19 +214,9 @@ int main(int argc, char *argv[])
             qsizetype entries = 0;
             const auto [read, load] = bestInTurn(3, [&] { readAllLines(path); },
                                                  [&] { entries = decks::LoadDeck(Kind::Phrase, path)->size(); });
-            // Asked after the timing, which it would change (the heap the
-            // timed runs meet).
-            const char *way = "anchors";
-            if (!anchored) {
-                RepeatFilter::Way taken{};
-                RepeatFilter::keepBySorting(candidates, &taken);
-                way = taken == RepeatFilter::Way::Proofs      ? "sure way: proofs alone"
-                      : taken == RepeatFilter::Way::Automaton ? "sure way: automaton"
-                                                              : "sure way: sorting";
-            }
             std::printf("%-18s %5.1f MB  entries %6lld  read+split %7.1f ms  load+shuffle %8.1f ms  ratio %5.2f  %s\n",
                         qPrintable(family), text.size() / 1e6, (long long)entries, read, load, load / read,
-                        way);
+                        anchored ? "anchors" : "suffix array");
         }
         return 0;
     }

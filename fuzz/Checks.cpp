@@ -74,6 +74,21 @@ QStringList acceptLiterally(questions::Kind kind, const QStringList &lines)
     return accepted.mid(0, questions::MaxDeckEntries);
 }
 
+// The repeat rule itself: a line is kept unless it occurs inside one kept
+// before it. Lines hold no line ends, so one search of the kept lines joined
+// by LF finds exactly the lines inside one.
+std::vector<bool> keptLiterally(const QStringList &lines)
+{
+    std::vector<bool> kept;
+    QString joined;
+    for (const QString &line : lines) {
+        kept.push_back(kept.empty() || !joined.contains(line));
+        if (kept.back())
+            joined += line + QLatin1Char('\n');
+    }
+    return kept;
+}
+
 QString differs(const char *what, const QStringList &a, const QStringList &b)
 {
     qsizetype i = 0;
@@ -107,9 +122,11 @@ QString questionFile(QByteArrayView data)
     for (const QString &line : lines)
         if (auto entry = questions::candidate(kind, line))
             candidates << *entry;
-    const std::vector<bool> sorted = RepeatFilter::keepBySorting(candidates);
-    if (const auto anchored = RepeatFilter::keepByAnchors(candidates); anchored && *anchored != sorted)
-        return QStringLiteral("the repeat check by anchors and by sorting differ");
+    const std::vector<bool> rule = keptLiterally(candidates);
+    if (RepeatFilter::keepBySuffixArray(candidates) != rule)
+        return QStringLiteral("the repeat check by the suffix array and the rule differ");
+    if (const auto anchored = RepeatFilter::keepByAnchors(candidates); anchored && *anchored != rule)
+        return QStringLiteral("the repeat check by anchors and the rule differ");
     const QStringList fast = questions::acceptLines(kind, lines);
     const QStringList literal = acceptLiterally(kind, lines);
     if (fast != literal)
