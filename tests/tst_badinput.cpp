@@ -8,46 +8,35 @@
 #include "shell/frmHowTo.h"
 #include "ui_frmEditQuestions.h"
 #include "ui_frmHowTo.h"
-#include <QDir>
 #include <QFile>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-// Makes the catalogue's entry at path: a file of tests/badinput, or one made here.
-void makeFile(const QString &entry, const QString &path)
+// Makes the catalogue's entry under that name: a file of tests/badinput, or one made here.
+void makeFile(const FakePlatform &fake, const QString &entry, const QString &name)
 {
-    const auto write = [&](const QByteArray &bytes) {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    };
-    if (entry.startsWith("one-")) {
-        write("Blank " + QByteArray(entry == "one-10MB-line" ? 10 << 20 : 25000, 'x') + "\r\n");
-    } else if (entry == "50MB-random") {
+    const QString path = fake.path(name);
+    if (entry == "50MB-random") {
         QByteArray bytes(50 << 20, '\0');
         std::generate_n(reinterpret_cast<quint32 *>(bytes.data()), bytes.size() / 4, std::mt19937(20261123));
-        write(bytes);
-    } else if (entry == "40000-lines") {
-        write(questionFile(questionLines(40000, false)));
-    } else if (entry == "symlink-loop" || entry == "link-to-dev-zero") {
+        fake.writeFile(name, bytes);
+    } else if (entry.startsWith("one-"))
+        fake.writeFile(name, "Blank " + QByteArray(entry == "one-10MB-line" ? 10 << 20 : 25000, 'x') + "\r\n");
+    else if (entry == "40000-lines")
+        fake.writeFile(name, questionFile(questionLines(40000, false)));
+    else if (entry == "symlink-loop" || entry == "link-to-dev-zero")
         QVERIFY(QFile::link(entry == "symlink-loop" ? path : "/dev/zero", path));
-    } else if (entry == "fifo") {
-        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    } else if (entry == "directory") {
-        QVERIFY(QDir().mkdir(path));
-    } else if (entry == "no-read-permission") {
-        write("Shoe Blank\r\n");
-        QFile::setPermissions(path, QFileDevice::WriteOwner);
-    } else {
+    else if (entry == "fifo" || entry == "directory")
+        QCOMPARE((entry == "fifo" ? ::mkfifo : ::mkdir)(QFile::encodeName(path).constData(), 0700), 0);
+    else if (entry == "no-read-permission")
+        QFile::setPermissions(fake.writeFile(name, "Shoe Blank\r\n"), QFileDevice::WriteOwner);
+    else
         QVERIFY(QFile::copy(TANDREL_SOURCE_DIR "/tests/badinput/" + entry + ".txt", path));
-    }
 }
 
-// What each reader shows for each entry of the catalogue (README's table).
-struct Entry {
-    const char *name;
-    const char *seen[5];  // match deck, phrase deck, configuration, editor, rules
-};
+// What each reader (match deck, phrase deck, configuration, editor, rules) shows of each entry (README's table).
+struct Entry { const char *name, *seen[5]; };
 const Entry Catalogue[] = {
     {"empty", {"Exiting File Load", "Exiting File Load", "", "loadTandrelLines 62", "shown"}},
     {"comments-only", {"Exiting File Load", "Exiting File Load", "", "shown", "shown"}},
@@ -95,7 +84,7 @@ private Q_SLOTS:
             QSKIP("root reads any file");
         GameWindow g(0, 0);
         const QString name = QStringList{MatchFile, PhraseFile, config::FileName, MatchFile, "HowToPlayTandrel.rtf"}[reader];
-        makeFile(entry, g.fake.path(name));
+        makeFile(g.fake, entry, name);
         // A FIFO or a device has no bytes of its own to compare (reading them would wait or never end).
         const bool special = entry == "fifo" || entry == "link-to-dev-zero";
         const QByteArray before = special ? QByteArray() : g.fake.fileBytes(name);
@@ -107,22 +96,15 @@ private Q_SLOTS:
         } else if (reader == 2) {
             g.w().readInConfigFile();
         } else if (reader == 3) {
-            const QString inBox = openEditor(g.w(), true)->ui()->rtb1->toPlainText();
-            QCOMPARE(inBox, g.shown.isEmpty() ? platform::decodeText(before).replace("\r\n", "\n").replace('\r', '\n') : QString());
+            const QString text = platform::decodeText(before).replace("\r\n", "\n").replace('\r', '\n');
+            QCOMPARE(openEditor(g.w(), true)->ui()->rtb1->toPlainText(), expected == "shown" ? text : QString());
         } else {
             g.ui()->clkHowToPlay->click();
             if (auto *viewer = qobject_cast<frmHowTo *>(platform::loadedWindow("frmHowTo")))
                 QVERIFY(viewer->ui()->rtb1->toPlainText().size() <= (g.shown.isEmpty() ? before.size() + 1 : 0));
         }
         QCOMPARE(g.shown.value(0, result), expected);
-        if (!special)
-            QCOMPARE(g.fake.fileBytes(name), before);
-        if (entry == "40000-lines" && reader == 0) {  // a full deck steps round without overflow
-            g.play("p");
-            QCOMPARE(g.status(false), "Viewing Match 32766 of 32766 Matches...");
-            g.play("n");
-            QCOMPARE(g.status(false), "Viewing Match 1 of 32766 Matches...");
-        }
+        QCOMPARE(special ? QByteArray() : g.fake.fileBytes(name), before);
     }
 };
 

@@ -3,7 +3,6 @@
 // takes no more bytes (a full disk) or no writes at all (read-only) makes an
 // editor's save report the failure, keep the text in the box and leave the
 // old file whole.
-#include "GameWindow.h"
 #include "FakePlatform.h"
 #include "EditorWindows.h"
 #include "TestMain.h"
@@ -15,82 +14,15 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTextEdit>
+#include <QScopeGuard>
 #include <csignal>
 #include <random>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
-bool run(const QString &program, const QStringList &arguments)
-{
-    QProcess p;
-    p.start(program, arguments);
-    return p.waitForFinished(10000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
-}
-
-// A folder on a small file system of its own (a 1 MB tmpfs) where the test
-// may mount one, as root may; otherwise a plain folder, made full by a file
-// size limit on this process and read-only by its permissions.
-class SmallDisk {
-public:
-    SmallDisk()
-        : m_path(m_base.filePath(QStringLiteral("disk")))
-    {
-        QDir().mkdir(m_path);
-        m_mounted = geteuid() == 0
-                    && run(QStringLiteral("mount"), {"-t", "tmpfs", "-o", "size=1m", "tmpfs", m_path});
-    }
-    ~SmallDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_oldLimit);
-        if (m_mounted)
-            run(QStringLiteral("umount"), {"-l", m_path});
-        else
-            QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    }
-    const QString &path() const { return m_path; }
-
-    // Files up to this size may still grow (the log); anything larger fails.
-    void fill(qint64 stillFits)
-    {
-        if (m_mounted) {
-            QFile filler(m_path + QStringLiteral("/filler"));
-            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-            const QByteArray block(4096, 'f');
-            while (filler.write(block) == block.size()) {
-            }
-            return;
-        }
-        std::signal(SIGXFSZ, SIG_IGN);  // a write past the limit fails instead of ending the process
-        getrlimit(RLIMIT_FSIZE, &m_oldLimit);
-        rlimit limit = m_oldLimit;
-        limit.rlim_cur = rlim_t(stillFits);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-
-    // False when it cannot be done here (root ignores permissions).
-    bool makeReadOnly()
-    {
-        if (m_mounted)
-            return run(QStringLiteral("mount"), {"-o", "remount,ro", m_path});
-        if (geteuid() == 0)
-            return false;
-        for (const QString &name : QDir(m_path).entryList(QDir::Files))
-            QFile::setPermissions(m_path + QLatin1Char('/') + name, QFileDevice::ReadOwner);
-        return QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    }
-
-private:
-    QTemporaryDir m_base;
-    QString m_path;
-    bool m_mounted = false;
-    rlimit m_oldLimit{RLIM_INFINITY, RLIM_INFINITY};
-};
-
+// The two contents tests/support/CrashWriter.cpp saves in turn, from the first.
 QByteArray content(int which)
 {
     QByteArray text;
@@ -98,6 +30,8 @@ QByteArray content(int which)
         text += QStringLiteral("Version %1: line %2 with a Blank in it\r\n").arg(which).arg(i).toUtf8();
     return text;
 }
+
+struct Failing { bool readOnly, fileExists; };
 }  // namespace
 
 class TestFullDisk : public QObject {
@@ -105,23 +39,28 @@ class TestFullDisk : public QObject {
 private Q_SLOTS:
     void failedSaveKeepsTextAndOldFile_data()
     {
-        QTest::addColumn<bool>("readOnly");
-        QTest::addColumn<bool>("fileExists");
-        QTest::newRow("full disk, file there") << false << true;
-        QTest::newRow("full disk, no file yet") << false << false;
-        QTest::newRow("read-only folder, file there") << true << true;
-        QTest::newRow("read-only folder, no file yet") << true << false;
+        QTest::addColumn<Failing>("row");
+        for (bool readOnly : {false, true})
+            for (bool exists : {true, false})
+                QTest::addRow("%s, %s", readOnly ? "read-only folder" : "full disk", exists ? "file there" : "no file yet") << Failing{readOnly, exists};
     }
     void failedSaveKeepsTextAndOldFile()
     {
-        QFETCH(bool, readOnly);
-        QFETCH(bool, fileExists);
-        SmallDisk disk;
+        QFETCH(Failing, row);
         FakePlatform fake;
+        QTemporaryDir disk;
         fake.dir = disk.path();
-        const QString path = fake.path(decks::MatchFileName);
+        // A small file system of its own where the test may mount one, as root may; otherwise
+        // a plain folder, made full by a file size limit on this process and read-only by its permissions.
+        const bool mounted = geteuid() == 0 && QProcess::execute("mount", {"-t", "tmpfs", "-o", "size=1m", "tmpfs", fake.dir}) == 0;
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const auto restore = qScopeGuard([&] {
+            setrlimit(RLIMIT_FSIZE, &limit);
+            mounted ? QProcess::execute("umount", {"-l", fake.dir}) == 0 : QFile::setPermissions(fake.dir, QFileDevice::Permissions(0x7700));
+        });
         const QByteArray old = "# Our evening\r\nShoe Blank\r\n";
-        if (fileExists)
+        if (row.fileExists)
             fake.writeFile(decks::MatchFileName, old);
         frmTandrel main;
         frmEditQuestions *editor = openEditor(main, true);
@@ -130,68 +69,63 @@ private Q_SLOTS:
         for (int i = 0; i < 5000; ++i)
             text += QStringLiteral("Question %1 has a Blank\n").arg(i);
         editor->ui()->rtb1->setPlainText(text);
-        if (readOnly) {
-            if (!disk.makeReadOnly())
+        if (row.readOnly && mounted) {
+            QCOMPARE(QProcess::execute("mount", {"-o", "remount,ro", fake.dir}), 0);
+        } else if (row.readOnly) {  // root writes anywhere, unless on a file system mounted read-only
+            if (geteuid() == 0)
                 QSKIP("root writes into a read-only folder unless the test may mount a file system");
+            QFile::setPermissions(fake.path(decks::MatchFileName), QFileDevice::ReadOwner);
+            QVERIFY(QFile::setPermissions(fake.dir, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+        } else if (mounted) {
+            QFile filler(fake.path("filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            while (filler.write(QByteArray(4096, 'f')) == 4096) {
+            }
         } else {
-            disk.fill(64 * 1024);
+            std::signal(SIGXFSZ, SIG_IGN);  // a write past the limit fails instead of ending the process
+            const rlimit small{64 * 1024, limit.rlim_max};  // the log may still grow
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
         }
-        const QStringList before = QDir(disk.path()).entryList(QDir::Files | QDir::Hidden);
+        const QStringList before = QDir(fake.dir).entryList(QDir::Files | QDir::Hidden);
         fake.boxes.clear();
         fake.answers = {platform::mb::Yes};  // overwrite the old file
         editor->ui()->clkSave->click();
 
         // The save's question and report, and at most the log writer's own report for that one record.
-        const QStringList shown = fake.boxesShown().filter(QRegularExpression(QStringLiteral("^(?!WriteLogInfo \\d+$)")));
-        const QString report = shown.value(shown.size() - 1);
-        QCOMPARE(shown, (fileExists ? QStringList{"Overwrite File?", report} : QStringList{report}));
-        QVERIFY(fake.boxesShown().size() <= shown.size() + 1);
-        QCOMPARE(report, readOnly ? "clkSave_Click 70" : "clkSave_Click 61");
+        const QStringList shown = fake.boxesShown();
+        const QStringList expected = QStringList{"Overwrite File?"}.mid(row.fileExists ? 0 : 1) << (row.readOnly ? "clkSave_Click 70" : "clkSave_Click 61");
+        QCOMPARE(shown.filter(QRegularExpression("^(?!WriteLogInfo )")), expected);
+        QVERIFY(shown.size() <= expected.size() + 1);
         QCOMPARE(editor->ui()->rtb1->toPlainText(), text);
-        QCOMPARE(fake.fileBytes(decks::MatchFileName), fileExists ? old : QByteArray());
-        QCOMPARE(QFile::exists(path), fileExists);
-        QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), before);
+        QCOMPARE(fake.fileBytes(decks::MatchFileName), row.fileExists ? old : QByteArray());
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden), before);
         editor->close();
     }
     // The log writes into its own file in a folder that takes no new files.
     void logWritesIntoItsFileInAFolderThatTakesNoFiles()
     {
-        QTemporaryDir dir;
         FakePlatform fake;
-        fake.dir = dir.path();
-        fake.writeFile(QStringLiteral("LogInfo.txt"), "last run\r\n");
+        fake.writeFile("LogInfo.txt", "last run\r\n");
         QFile::setPermissions(fake.path("LogInfo.txt"), QFileDevice::Permissions(0x6666));
-        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x5555));
-        const auto write = [&] {
-            Globals::WriteLogInfo(QStringLiteral("first"));
-            Globals::WriteLogInfo(QStringLiteral("second"));
-            return fake.boxes.isEmpty() && fake.logTexts() == QStringList{"first", "second"};
-        };
-        bool written = false;
-        if (geteuid() == 0) {  // root writes anywhere: the log is written as nobody
-            const pid_t child = fork();
-            if (child == 0)
-                _exit(setgid(65534) == 0 && setuid(65534) == 0 && write() ? 0 : 1);
-            int status = 0;
-            waitpid(child, &status, 0);
-            written = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-        } else {
-            written = write();
+        QFile::setPermissions(fake.dir, QFileDevice::Permissions(0x5555));
+        const pid_t child = fork();
+        if (child == 0) {
+            if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))  // root writes anywhere: as nobody
+                _exit(2);
+            Globals::WriteLogInfo("first");
+            Globals::WriteLogInfo("second");
+            _exit(fake.boxes.isEmpty() && fake.logTexts() == QStringList{"first", "second"} ? 0 : 1);
         }
-        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7700));
-        QVERIFY(written);
+        int status = 1;
+        waitpid(child, &status, 0);
+        QFile::setPermissions(fake.dir, QFileDevice::Permissions(0x7700));
+        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     }
-
     void killedSaveLeavesAWholeFile()
     {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("TandrelLines.txt"));
+        FakePlatform fake;
         const QByteArray versions[2] = {content(0), content(1)};
-        {
-            QFile f(path);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(versions[0]);
-        }
+        const QString path = fake.writeFile("TandrelLines.txt", versions[0]);
         std::mt19937 random(20261123u);
         int sawNew = 0;
         for (int trial = 0; trial < 100; ++trial) {
@@ -201,39 +135,29 @@ private Q_SLOTS:
             QTest::qSleep(int(random() % 120));
             ::kill(pid_t(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(10000));
-
-            QFile f(path);
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            const QByteArray now = f.readAll();
-            QVERIFY2(now == versions[0] || now == versions[1],
-                     qPrintable(QStringLiteral("trial %1: %2 bytes, neither version").arg(trial).arg(now.size())));
+            const QByteArray now = fake.fileBytes("TandrelLines.txt");
+            QVERIFY2(now == versions[0] || now == versions[1], qPrintable(QStringLiteral("trial %1: %2 bytes, neither version").arg(trial).arg(now.size())));
             sawNew += now == versions[1];
             // A kill between naming the new file and renaming it leaves it, whole,
             // under its unfinished-save name; the next start removes it.
-            const QString unfinished = platform::unfinishedSaveName(path);
-            if (QFile::exists(unfinished)) {
-                QFile u(unfinished);
-                QVERIFY(u.open(QIODevice::ReadOnly));
-                const QByteArray whole = u.readAll();
-                QVERIFY(whole == versions[0] || whole == versions[1]);
-                platform::tidyUnfinishedSaves(dir.path(), {QStringLiteral("TandrelLines.txt")});
-            }
-            const QStringList left = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
-            QVERIFY2(left == QStringList{"TandrelLines.txt"}, qPrintable(left.join(QLatin1String(", "))));
+            const QString unfinished = QFileInfo(platform::unfinishedSaveName(path)).fileName();
+            const QByteArray whole = fake.fileBytes(unfinished);
+            QVERIFY(!QFile::exists(fake.path(unfinished)) || whole == versions[0] || whole == versions[1]);
+            platform::tidyUnfinishedSaves(fake.dir, {"TandrelLines.txt"});
+            const QStringList left = QDir(fake.dir).entryList(QDir::Files | QDir::Hidden | QDir::System);
+            QVERIFY2(left == QStringList{"TandrelLines.txt"}, qPrintable(left.join(", ")));
         }
-        // The kills did land during saves of both kinds.
-        QVERIFY(sawNew > 0 && sawNew < 100);
+        QVERIFY(sawNew > 0 && sawNew < 100);  // the kills did land during saves of both kinds
     }
     void nextStartRemovesUnfinishedSaves()
     {
-        GameWindow before(0, 0);
-        before.fake.writeFile(QStringLiteral(".TandrelLines.txt.saving"), "cut off");
-        QDir(before.fake.dir).mkdir(QStringLiteral("BackUps"));
-        before.fake.writeFile(QStringLiteral("BackUps/.TandrelPhrases_1_2_2026.txt.saving"), "cut off");
-        frmTandrel next;  // which names are its own: tst_platform
-        next.Form_Load();
-        QCOMPARE(QDir(before.fake.dir).entryList(QDir::Files | QDir::Hidden).filter(QStringLiteral(".saving")), QStringList());
-        QCOMPARE(QDir(before.fake.path(QStringLiteral("BackUps"))).entryList(QDir::Files | QDir::Hidden), QStringList());
+        FakePlatform fake;  // which names are its own: tst_platform
+        QVERIFY(QDir(fake.dir).mkdir("BackUps"));
+        fake.writeFile(".TandrelLines.txt.saving", "cut off");
+        fake.writeFile("BackUps/.TandrelPhrases_1_2_2026.txt.saving", "cut off");
+        frmTandrel().Form_Load();
+        QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden).filter(".saving"), QStringList());
+        QCOMPARE(QDir(fake.path("BackUps")).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 };
 

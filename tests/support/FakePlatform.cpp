@@ -45,14 +45,6 @@ QStringList FakePlatform::boxesShown() const
     return shown;
 }
 
-QStringList FakePlatform::boxTitles() const
-{
-    QStringList titles;
-    for (const auto &b : boxes)
-        titles.append(b.title);
-    return titles;
-}
-
 QString FakePlatform::writeFile(const QString &name, const QByteArray &bytes) const
 {
     QFile f(path(name));
@@ -96,9 +88,8 @@ std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString 
     return std::make_unique<RecordingPlayer>(name, mediaCalls);
 }
 
-void FakePlatform::launch(const QString &verb, const QString &file, const QString &parameters)
+void FakePlatform::launch(const QString &, const QString &file, const QString &)
 {
-    launches.append(verb + QLatin1Char('|') + file + QLatin1Char('|') + parameters);
     for (const QString &c : componentsLoadingAfterLaunch)
         if (file.endsWith(c))
             missingComponents.removeAll(c);

@@ -1,7 +1,7 @@
 #pragma once
 // A whole platform for tests: message boxes answered from a script and
 // recorded, a program folder of its own, a fixed clock and locale, media
-// players and launches that only record what they were told.
+// players that only record what they were told.
 #include "platform/Errors.h"
 #include "platform/Services.h"
 #include <QStringList>
@@ -35,22 +35,17 @@ class FakePlatform final : public platform::Dialogs,
 public:
     FakePlatform();
     ~FakePlatform() override;
-    FakePlatform(const FakePlatform &) = delete;
-    FakePlatform &operator=(const FakePlatform &) = delete;
 
     // Message boxes take the answers in order; without one, OK, or Cancel to a question.
     QList<int> answers;
     QList<ShownBox> boxes;
     std::function<void(const ShownBox &)> onBox;  // as each box is shown, before its answer
-    QStringList boxTitles() const;
     // A failure report as its routine and number ("clkSave_Click 61"), any other box as its title.
     QStringList boxesShown() const;
     // Answers modal windows; by default they are closed at once.
     std::function<int(QDialog &)> onModal;
 
     QString dir;  // the program folder, a fresh temporary one
-    QString exe = QStringLiteral("Tandrel");
-    platform::Version ver{1, 0, 0};
     bool otherInstance = false;
     QString activeWindow = QStringLiteral("frmTandrel");
     QRect screen{0, 0, 1920, 1080};
@@ -60,7 +55,6 @@ public:
     QStringList mediaCalls;  // every call of every player, as "wmp1 play", "wmp2 volume 40"...
     int playerFailure = 0;   // a failure number for making a player (a missing media back end)
     QStringList urlsOpened;
-    QStringList launches;
     QStringList absentComponents;   // not installed at all
     QStringList missingComponents;  // do not load
     QStringList componentsLoadingAfterLaunch;
@@ -78,8 +72,8 @@ public:
     int messageBox(const QString &text, int style, const QString &title) override;
     int execModal(QDialog &dialog) override { return onModal ? onModal(dialog) : 0; }
     QString programDir() const override { return dir; }
-    QString exeName() const override { return exe; }
-    platform::Version version() const override { return ver; }
+    QString exeName() const override { return QStringLiteral("Tandrel"); }
+    platform::Version version() const override { return {1, 0, 0}; }
     bool previousInstance() override { return otherInstance; }
     QString activeWindowName() const override { return activeWindow; }
     QRect screenGeometry() const override { return screen; }
@@ -90,10 +84,7 @@ public:
     void openUrl(const QString &url) override { urlsOpened.append(url); }
     void launch(const QString &verb, const QString &file, const QString &parameters) override;
     bool componentInstalled(const QString &name) override { return !absentComponents.contains(name); }
-    bool libraryLoads(const QString &name) override
-    {
-        return !absentComponents.contains(name) && !missingComponents.contains(name);
-    }
+    bool libraryLoads(const QString &name) override { return componentInstalled(name) && !missingComponents.contains(name); }
     QString shortPath(const QString &path) override { return path; }
     void reseedFromClock() override { m_gen.seed(12345u); }
     float next() override;

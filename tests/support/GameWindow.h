@@ -74,7 +74,6 @@ struct GameWindow {
     const game::Game &game() { return window->game(); }
     const game::Deck &deck(bool phrase) { return game().deck(phrase ? questions::Kind::Phrase : questions::Kind::Match); }
     QString score(int row) { return window->txtCounter[size_t(row)]->text(); }
-    int turn() { return game().currentPlayer(); }
     int highlightedRow()
     {
         int found = -1;
