@@ -22,7 +22,7 @@
 #include <unistd.h>
 
 namespace {
-// The two contents tests/support/CrashWriter.cpp saves in turn, from the first.
+// The two contents tests/support/CrashWriter.cpp saves in turn.
 QByteArray content(int which)
 {
     QByteArray text;
