@@ -38,8 +38,6 @@ void frmTandrel::connectPanel()
     for (int i = 0; i < 10; ++i)
         for (QWidget *w : rowWidgets(i))
             watch(w, w->objectName());
-    // The tab control takes the keys on its tab bar.
-    watch(m_ui->SSTab1->tabBar(), m_ui->SSTab1->objectName());
 
     // Displays and the video link never keep the focus, so a clicker keeps
     // working after the host clicked them.

@@ -8,9 +8,7 @@
 #include "files/frmConfig.h"
 #include "ui_frmConfig.h"
 #include "ui_frmEditQuestions.h"
-#include <QCheckBox>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTextEdit>

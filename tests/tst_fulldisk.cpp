@@ -89,7 +89,9 @@ private Q_SLOTS:
         const QStringList before = QDir(fake.dir).entryList(QDir::Files | QDir::Hidden);
         fake.boxes.clear();
         fake.answers = {platform::mb::Yes};  // overwrite the old file
+        const qsizetype openFiles = QDir("/proc/self/fd").count();
         editor->ui()->clkSave->click();
+        QCOMPARE(QDir("/proc/self/fd").count(), openFiles);  // the failed save keeps no file open
 
         // The save's question and report, and at most the log writer's own report for that one record.
         const QStringList shown = fake.boxesShown();

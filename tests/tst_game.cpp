@@ -329,6 +329,7 @@ private Q_SLOTS:
         s.buzzer = sound.contains('b');
         s.continual = sound.contains('c');
         s.switchTo(sound.contains('s'));
+        QCOMPARE(fake.mediaCalls.contains("wmp1 loop on"), sound.contains('s'));  // the music loops
         fake.mediaCalls.clear();
         for (const QString &step : script.split(' ')) {
             const QChar c = step[0];

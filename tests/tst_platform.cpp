@@ -108,8 +108,10 @@ private Q_SLOTS:
         const QString path = fake.writeFile("TandrelLines.txt", "old\r\n");
         const QString saved = QString::fromUtf8("new é\r\n");
         const auto before = openFiles();
+        QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions(0x6640)));
         platform::writeWhole(fake.path("tandrellines.TXT"), saved);  // the file there, in any letter case
         QCOMPARE(platform::readWhole(path), saved);
+        QCOMPARE(QFileInfo(path).permissions() & 0x7777, QFileDevice::Permissions(0x6640));  // the host's 0640 kept
         QCOMPARE(QDir(fake.dir).entryList(QDir::Files | QDir::Hidden), QStringList{"TandrelLines.txt"});
         // Reading the process's own memory from address 0 fails (EIO), though the file opens.
         QCOMPARE(failureOf([] { platform::readLines("/proc/self/mem", [](const QString &) { return true; }); }), 75);
