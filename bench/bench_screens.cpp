@@ -4,7 +4,6 @@
 // Run it from a folder holding the phrase file to show (bench/run.sh copies
 // it beside such a file): the program's files are the ones beside it.
 #include "shell/frmAudience.h"
-#include "shell/Startup.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmAudience.h"
 #include "ui_frmTandrel.h"
@@ -38,7 +37,6 @@ double percentile(std::vector<double> v, double p)
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    tandrel::cacheLargeGlyphs();  // as the program does
     const int presses = argc > 1 ? std::atoi(argv[1]) : 1000;
     frmTandrel window;
     window.Form_Load();

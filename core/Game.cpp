@@ -33,7 +33,6 @@ void Deck::previous()
 Game::Game()
 {
     m_names.fill(QStringLiteral("Name"));
-    m_finishedNames = m_names;
 }
 
 void Game::setPlayerCount(int count)
