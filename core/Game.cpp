@@ -33,6 +33,7 @@ void Deck::previous()
 Game::Game()
 {
     m_names.fill(QStringLiteral("Name"));
+    m_finishedNames = m_names;
 }
 
 void Game::setPlayerCount(int count)

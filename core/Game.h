@@ -109,6 +109,9 @@ public:
     void setScoreToWin(qint16 target) { m_scoreToWin = target; }
     const QString &name(int row) const { return m_names[size_t(row)]; }
     void setName(int row, const QString &name) { m_names[size_t(row)] = name; }
+    // The name as the host finished typing it (the room never sees one half typed).
+    const QString &finishedName(int row) const { return m_finishedNames[size_t(row)]; }
+    void finishName(int row) { m_finishedNames[size_t(row)] = m_names[size_t(row)]; }
     qint16 score(int row) const { return m_scores[size_t(row)]; }
 
     // A point up, at most one per question in both decks; a point down,
@@ -147,7 +150,7 @@ private:
     void newGame();
     void endGame(Table &table);
 
-    std::array<QString, MaxPlayers> m_names;
+    std::array<QString, MaxPlayers> m_names, m_finishedNames;
     std::array<qint16, MaxPlayers> m_scores{};
     int m_playerCount = 2;
     qint16 m_scoreToWin = 10;

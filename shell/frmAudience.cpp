@@ -1,4 +1,5 @@
 #include "shell/frmAudience.h"
+#include "shell/BigText.h"
 #include "shell/ScreenFit.h"
 #include "ui_frmAudience.h"
 #include <QKeyEvent>
@@ -21,6 +22,9 @@ frmAudience::frmAudience(QWidget *main)
     // A question fits the room the layout gives it, whenever that changes.
     for (QLabel *label : m_questionLabels)
         label->installEventFilter(this);
+    auto *bigText = new bigtext::Painter(this);
+    for (QLabel *label : m_questionLabels + m_names + m_scores + QList<QLabel *>{m_ui->lblCount})
+        bigText->install(label);
 }
 
 frmAudience::~frmAudience()
@@ -42,49 +46,71 @@ void frmAudience::showOn(QScreen *screen)
     showFullScreen();
 }
 
-void frmAudience::showView(const View &view)
+void frmAudience::showView(const audience::View &view)
 {
-    const View before = std::exchange(m_view, view);
+    using audience::Scene;
+    const audience::View before = std::exchange(m_view, view);
     const auto setText = [](QLabel *label, const QString &text) {
         if (label->text() != text)
             label->setText(text);
     };
+    const auto setFlag = [](QWidget *w, const char *name, bool on) {
+        if (w->property(name).toBool() != on) {
+            w->setProperty(name, on);  // the style sheet shows it
+            w->style()->polish(w);
+        }
+    };
     setText(m_ui->lblStatus, view.status);
-    setText(m_ui->lblRound, view.round);
+    static const QString titles[] = {QString(), QStringLiteral("Winner!"), QStringLiteral("A tie!"), QStringLiteral("Scores")};
+    setText(m_ui->lblRound, titles[int(view.scene)]);
+    const bool counting = view.clock != audience::Clock::Hidden;
+    m_ui->lblCount->setVisible(counting);
+    m_ui->prgTime->setVisible(view.clock == audience::Clock::Running);
     setText(m_ui->lblCount, view.count);
+    setFlag(m_ui->lblCount, "timeUp", view.clock == audience::Clock::TimeUp);
+    m_ui->prgTime->setValue(int(view.timeLeft * 1000));
     for (int i = 0; i < m_names.size(); ++i) {
-        const bool inPlay = i < view.names.size();
+        const bool inPlay = i < view.players.size();
         m_names[i]->setVisible(inPlay);
         m_scores[i]->setVisible(inPlay);
         if (!inPlay)
             continue;
-        setText(m_names[i], view.names[i]);
-        setText(m_scores[i], QString::number(view.scores[i]));
-        const bool turn = i == view.turn;
-        if (m_names[i]->property("turn").toBool() != turn) {
-            for (QLabel *label : {m_names[i], m_scores[i]}) {
-                label->setProperty("turn", turn);  // the style sheet marks the row
-                label->style()->polish(label);
-            }
-            m_names[i]->setAccessibleName(view.names[i] + (turn ? QStringLiteral(", their turn") : QString()));
-        }
+        const audience::Player &p = view.players[i];
+        setText(m_names[i], p.name);
+        setText(m_scores[i], QString::number(p.score));
+        setFlag(m_names[i], "turn", p.marked);
+        setFlag(m_scores[i], "turn", p.marked);
+        m_names[i]->setAccessibleName(p.name + (p.marked && view.scene == Scene::Question ? QStringLiteral(", their turn") : QString()));
     }
-    // Both halves of a match, one phrase; the second label only for a match.
-    const bool questionChanged = before.question != view.question;
+    // A match in two halves, a phrase in one; the winner or the tie in words.
+    const QStringList lines = view.scene == Scene::Question ? view.question
+                              : view.headline.isEmpty()     ? QStringList()
+                                                            : QStringList{view.headline};
     for (int i = 0; i < m_questionLabels.size(); ++i) {
-        const bool used = i < view.question.size();
-        if (m_questionLabels[i]->isVisible() != used) {
-            m_questionLabels[i]->setVisible(used);
-            // A phrase has the room of both halves of a match.
-            m_ui->layoutShow->setRowStretch(1 + i, used || i == 0 ? 3 : 0);
-        }
-        if (used)
-            setText(m_questionLabels[i], view.question[i]);
+        m_questionLabels[i]->setVisible(i < lines.size());
+        if (i < lines.size())
+            setText(m_questionLabels[i], lines[i]);
     }
-    if (before.names.size() != view.names.size())
+    if (arrangeRows() || before.players.size() != view.players.size() || before.scene != view.scene
+        || before.clock != view.clock)
         fitFonts();
-    else if (questionChanged)
+    else if (before.question != view.question)
         fitQuestion();
+}
+
+bool frmAudience::arrangeRows()
+{
+    // Stretches of the question's two rows and the players' row: the
+    // players get what the question does not use.
+    using audience::Scene;
+    const bool twoHalves = m_view.scene == Scene::Question && m_view.question.size() > 1;
+    const int first = m_view.scene == Scene::Scoreboard ? 0 : 3, second = twoHalves ? 3 : 0;
+    const int players = m_view.scene == Scene::Question ? 3 : 9 - first - second;
+    const double share = double(players) / (1 + first + second + players);
+    m_ui->layoutShow->setRowStretch(1, first);
+    m_ui->layoutShow->setRowStretch(2, second);
+    m_ui->layoutShow->setRowStretch(3, players);
+    return std::exchange(m_playersShare, share) != share;
 }
 
 bool frmAudience::eventFilter(QObject *watched, QEvent *event)
@@ -114,7 +140,7 @@ void frmAudience::keyPressEvent(QKeyEvent *event)
     else if (key == Qt::Key_B || key == Qt::Key_Period)
         toggleBlank();
     else
-        LoggedWindow::keyPressEvent(event);
+        Q_EMIT hostKey(int(event->modifiers() & Qt::KeypadModifier) | key);
 }
 
 void frmAudience::resizeEvent(QResizeEvent *event)
@@ -139,19 +165,23 @@ void frmAudience::fitFonts()
     };
     setPixels(m_ui->lblStatus, h / 22, false);
     setPixels(m_ui->lblRound, h / 22, true);
-    setPixels(m_ui->lblCount, h / 6, true);
+    setPixels(m_ui->lblCount, m_view.clock == audience::Clock::TimeUp ? h / 18 : h / 6, true);
+    m_ui->prgTime->setFixedHeight(std::max(h / 80, 2));
     // Five rows to a column, each as tall as the players' part allows; a
     // second column from the sixth player on.
-    const int rows = std::clamp(int(m_view.names.size()), 2, 5);
-    const bool twoColumns = m_view.names.size() > 5;
+    const int rows = std::clamp(int(m_view.players.size()), 2, 5);
+    const bool twoColumns = m_view.players.size() > 5;
     m_ui->layoutPlayers->setColumnStretch(3, twoColumns ? 4 : 0);
     m_ui->layoutPlayers->setColumnStretch(4, twoColumns ? 1 : 0);
     m_ui->layoutPlayers->setColumnMinimumWidth(2, twoColumns ? margin : 0);
     m_ui->layoutPlayers->setVerticalSpacing(h / 120);
     for (int i = 0; i < m_names.size(); ++i) {
-        const int pixels = std::min(h / 14, h * 3 / 10 / rows - h / 60);
+        const int pixels = std::min(h / 14, int(h * m_playersShare / rows) - h / 60);
         setPixels(m_names[i], pixels, true);
         setPixels(m_scores[i], pixels, true);
+        // A ranking of few players has room to spare: rows stay bars, not blocks.
+        m_names[i]->setMaximumHeight(pixels * 8 / 5);
+        m_scores[i]->setMaximumHeight(pixels * 8 / 5);
     }
     fitQuestion();
 }

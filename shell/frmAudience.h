@@ -3,6 +3,7 @@
 // the screen allows, on a display of its own (or over the host's window when
 // there is only one). It shows what the main window hands it and nothing for
 // the host alone; its keys go back to the main window.
+#include "core/AudienceView.h"
 #include "platform/LoggedWindow.h"
 #include <QList>
 #include <QPointer>
@@ -17,15 +18,6 @@ class QLabel;
 class frmAudience : public LoggedWindow {
     Q_OBJECT
 public:
-    // What the room sees, taken from the game.
-    struct View {
-        QStringList question;  // the lines of the question in front; none before a start
-        QString status, round, count;
-        QStringList names;  // the rows in play
-        QList<qint16> scores;
-        int turn = 0;
-    };
-
     explicit frmAudience(QWidget *main);
     ~frmAudience() override;
     Ui::frmAudience *ui() const { return m_ui; }
@@ -35,7 +27,8 @@ public:
     void showOn(QScreen *screen);
     QScreen *shownOn() const { return m_screen; }
 
-    void showView(const View &view);
+    void showView(const audience::View &view);
+    const audience::View &view() const { return m_view; }
     // A question's largest size in points, per pixel of the screen's height.
     static constexpr double QuestionPoints = 0.09;
 
@@ -46,6 +39,8 @@ public:
 Q_SIGNALS:
     // PageUp or PageDown: the main window pages as for its own keys.
     void pageKey(int key);
+    // Any other key, with the keypad's modifier only: the host's keys work here too.
+    void hostKey(int key);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -56,8 +51,11 @@ private:
     // Every text at a size the screen's height allows.
     void fitFonts();
     void fitQuestion();
+    // The rows' shares of the height for this scene; false when unchanged.
+    bool arrangeRows();
     Ui::frmAudience *m_ui;
     QPointer<QScreen> m_screen;
-    View m_view;
+    audience::View m_view;
+    double m_playersShare = 0.3;
     QList<QLabel *> m_questionLabels, m_names, m_scores;
 };

@@ -33,6 +33,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -149,6 +150,8 @@ public:
     void closeAudience();
     bool audienceOpen() const;
     frmAudience *audience() const { return m_audience; }
+    // What the room sees now, whether the audience screen is open or not.
+    audience::View audienceView() const;
 
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
@@ -225,6 +228,11 @@ private:
     void fitToWindow();
     QPointer<frmAudience> m_audience;
     std::vector<QShortcut *> m_blankKeys;
+    // Keys (with the keypad's modifier) a host plays by, and what they do.
+    QHash<int, std::function<void()>> m_hostKeys;
+    // While the end-of-game dialog is up, the room sees its news.
+    const game::TurnChange *m_endShown = nullptr;
+    bool m_scoreboard = false;  // S: the ranking over the question, until the next one
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;
     // The lists' keys are undone: what the list showed before the key.

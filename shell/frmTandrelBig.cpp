@@ -6,6 +6,7 @@
 #include "timing/Countdown.h"
 #include "ui_frmTandrel.h"
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QScreen>
 #include <QShortcut>
@@ -29,6 +30,23 @@ void frmTandrel::connectBig()
         });
         m_blankKeys.push_back(blank);
     }
+    // A host without a mouse: a point up or down for the player whose turn
+    // it is, by the rules of the row's arrows, and the scoreboard. Never from
+    // a text box or a list, whose keys are their own.
+    const auto up = [this] { clkUp_Click(m_game.currentPlayer()); };
+    const auto down = [this] { clkDown_Click(m_game.currentPlayer()); };
+    m_hostKeys = {{Qt::Key_Plus, up}, {Qt::Key_Equal, up}, {(Qt::KeypadModifier | Qt::Key_Plus).toCombined(), up},
+                  {Qt::Key_Minus, down}, {(Qt::KeypadModifier | Qt::Key_Minus).toCombined(), down},
+                  {Qt::Key_S, [this] {
+                       m_scoreboard = !m_scoreboard;
+                       paintAudience();
+                   }}};
+    for (auto it = m_hostKeys.cbegin(); it != m_hostKeys.cend(); ++it)
+        connect(new QShortcut(QKeySequence(it.key()), this), &QShortcut::activated, this, [action = it.value()] {
+            QWidget *focus = QApplication::focusWidget();
+            if (!qobject_cast<QLineEdit *>(focus) && !qobject_cast<QComboBox *>(focus))
+                action();
+        });
     connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, &frmTandrel::paintAudience);
     connect(m_countdown, &Countdown::displayChanged, this, &frmTandrel::paintAudience);
     // A display unplugged takes its audience screen with it.
@@ -120,6 +138,10 @@ void frmTandrel::toggleAudience()
     connect(m_audience, &frmAudience::pageKey, this, [this](int key) {
         qint16 code = keyCodeOf(key);
         PageUpDown(code);
+    });
+    connect(m_audience, &frmAudience::hostKey, this, [this](int key) {
+        if (const auto action = m_hostKeys.value(key))
+            action();
     });
     for (QShortcut *blank : m_blankKeys)
         connect(m_audience, &QObject::destroyed, blank, [blank] { blank->setEnabled(false); });

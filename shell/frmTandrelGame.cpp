@@ -9,6 +9,7 @@
 #include "shell/frmWin.h"
 #include "timing/Countdown.h"
 #include "ui_frmTandrel.h"
+#include <QScopeGuard>
 
 using Globals::Guard;
 using Globals::Guarded;
@@ -55,10 +56,12 @@ void frmTandrel::connectGame()
         connect(clkUp[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkUp_Click(qint16(i)); });
         connect(clkDown[size_t(i)], &QAbstractButton::clicked, this, [this, i] { clkDown_Click(qint16(i)); });
         connect(txtPlayer[size_t(i)], &QLineEdit::textChanged, this,
-                [this, i](const QString &name) {
-                    m_game.setName(i, name);
-                    paintAudience();
-                });
+                [this, i](const QString &name) { m_game.setName(i, name); });
+        // The room sees a name once the host has finished typing it.
+        connect(txtPlayer[size_t(i)], &QLineEdit::editingFinished, this, [this, i] {
+            m_game.finishName(i);
+            paintAudience();
+        });
     }
     const std::pair<QAbstractButton *, void (frmTandrel::*)()> tabButtons[] = {
         {m_ui->clkStart, &frmTandrel::clkStart_Click},
@@ -111,26 +114,22 @@ QString frmTandrel::statusCaption(const Tab &tab) const
     return tab.words->status.arg(deck.position()).arg(deck.size());
 }
 
+audience::View frmTandrel::audienceView() const
+{
+    audience::Moment moment;
+    moment.kind = m_tabs[size_t(m_ui->SSTab1->currentIndex())].words->kind;
+    moment.timerOn = m_countdown->isOn();
+    moment.count = m_countdown->display();
+    moment.length = m_countdown->length();
+    moment.ending = m_endShown;
+    moment.scoreboard = m_scoreboard;
+    return audience::viewOf(m_game, moment);
+}
+
 void frmTandrel::paintAudience()
 {
-    if (!m_audience)
-        return;
-    frmAudience::View view;
-    const Tab &tab = m_tabs[size_t(m_ui->SSTab1->currentIndex())];
-    const game::Deck &deck = m_game.deck(tab.words->kind);
-    if (deck.shown()) {
-        for (const QString &text : tab.words->texts(deck.current()))
-            view.question << text.trimmed();
-        view.status = statusCaption(tab);
-    }
-    view.round = roundCaption();
-    view.count = m_countdown->display();
-    for (int i = 0; i < m_game.playerCount(); ++i) {
-        view.names << m_game.name(i);
-        view.scores << m_game.score(i);
-    }
-    view.turn = m_game.currentPlayer();
-    m_audience->showView(view);
+    if (m_audience)
+        m_audience->showView(audienceView());
 }
 
 void frmTandrel::clkUp_Click(qint16 index)
@@ -161,6 +160,12 @@ game::Answer frmTandrel::showEndOfGame(const game::TurnChange &change)
         names.append(m_game.name(w));
     frmWin dialog(Tag, this);
     dialog.Form_Load();
+    m_endShown = &change;
+    const auto shownNoMore = qScopeGuard([this] {
+        m_endShown = nullptr;
+        paintAudience();
+    });
+    paintAudience();
     dialog.showMessage(change.won() ? game::winnerMessage(names.first(), change.best)
                                     : game::tieMessage(names, change.best),
                        change.tied());
@@ -182,6 +187,7 @@ bool frmTandrel::tabShown(int index)
 void frmTandrel::showQuestion(questions::Kind kind)
 {
     Tab &tab = tabOf(kind);
+    m_scoreboard = false;
     tab.status->setText(statusCaption(tab));
     const QStringList texts = tab.words->texts(m_game.deck(kind).current());
     for (qsizetype i = 0; i < texts.size(); ++i) {

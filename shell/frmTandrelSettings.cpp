@@ -75,6 +75,7 @@ void frmTandrel::OptTimer_Click(qint16)
 {
     Guarded("OptTimer_Click", [&] {
         m_countdown->switchTo(OptTimer[0]->isChecked(), tabShown(m_ui->SSTab1->currentIndex()));
+        paintAudience();  // the count shown or hidden, though it may read the same
     });
 }
 

@@ -2,6 +2,7 @@
 #include "platform/Services.h"
 #include "platform/Globals.h"
 #include "ui_frmWin.h"
+#include <QKeyEvent>
 
 using Globals::Guarded;
 
@@ -62,4 +63,12 @@ void frmWin::reject()
 {
     if (!m_tie)
         QDialog::reject();
+}
+
+void frmWin::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_PageDown)
+        (m_tie ? m_ui->clkYes : m_ui->clkClose)->click();
+    else
+        LoggedDialog::keyPressEvent(event);
 }

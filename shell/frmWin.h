@@ -26,6 +26,10 @@ public:
 
     void reject() override;
 
+protected:
+    // A clicker's PageDown answers as Return does: the default button.
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     Ui::frmWin *m_ui;
     QString &m_tag;

@@ -3,13 +3,14 @@
 // never takes a letter typed into a name.
 #include "GameWindow.h"
 #include "TestMain.h"
+#include "shell/BigText.h"
 #include "shell/frmAudience.h"
 #include "ui_frmAudience.h"
 #include <QScreen>
 
 namespace {
-// On the audience screen or the host's window, a key; then the screen is open, blank, closed, or the match shown ("M2").
-struct Key { bool onScreen; QKeyCombination key; QString after; };
+// On the screen, the host's window or a name, a key; then open, blank, closed, "scores" shown, "M2" the match, "2,1" the scores.
+struct Key { bool onScreen; QKeyCombination key; QString after; bool inName = false; };
 }  // namespace
 
 class tst_Audience : public QObject {
@@ -25,29 +26,33 @@ class tst_Audience : public QObject {
         return g.w().audienceOpen() ? g.w().audience() : nullptr;
     }
 
-    // The first thing the audience screen shows otherwise than the host's window, or nothing.
+    // The first thing the audience screen shows otherwise than the room's view, with the question and the
+    // count as the host's window shows them (the rest of the view comes from the game: tst_game), or nothing.
     static QString difference(GameWindow &g)
     {
         const frmAudience *a = g.w().audience();
         if (!g.w().audienceOpen())
             return QStringLiteral("closed");
+        const audience::View v = g.w().audienceView();
         const bool phrase = g.ui()->SSTab1->currentIndex() == 1, shown = g.deck(phrase).shown();
-        QStringList host, room;
+        QStringList want{v.status}, room{a->ui()->lblStatus->text()};
+        if (!v.headline.isEmpty())
+            want << v.headline;
         for (QLabel *label : phrase ? QList<QLabel *>{g.ui()->lblPhrase} : QList<QLabel *>{g.w().lblName[0], g.w().lblName[1]})
-            if (shown)
-                host << label->text().trimmed();
-        host << (shown ? g.status(phrase) : QString()) << g.ui()->clkRound->text() << g.display();
+            if (shown && v.scene == audience::Scene::Question)
+                want << label->text().trimmed();
+        const bool counting = g.w().OptTimer[0]->isChecked() && shown && v.headline.isEmpty();
+        want << (!counting ? "" : g.display() == "0" ? "Time's up!" : g.display());
         for (QLabel *label : {a->ui()->lblQuestion_0, a->ui()->lblQuestion_1})
             if (label->isVisibleTo(a))
                 room << label->text();
-        room << a->ui()->lblStatus->text() << a->ui()->lblRound->text() << a->ui()->lblCount->text();
-        for (int i = 0; i < 10; ++i)  // "*": the turn's row
-            if (const QString turn = g.highlightedRow() == i ? "*" : ""; g.game().inPlay(i))
-                host << g.w().txtPlayer[size_t(i)]->text() + turn << g.score(i) + turn;
+        room << (a->ui()->lblCount->isVisibleTo(a) ? a->ui()->lblCount->text() : "");
+        for (const audience::Player &p : v.players)
+            want << p.name + (p.marked ? "*" : "") << QString::number(p.score) + (p.marked ? "*" : "");
         for (QLabel *label : a->ui()->pnlPlayers->findChildren<QLabel *>())  // names and scores, row by row
             if (label->isVisibleTo(a))  // the style sheet marks the turn's row in dark letters
                 room << label->text() + (label->palette().color(QPalette::WindowText) == Qt::black ? "*" : "");
-        return room == host ? QString() : room.join('|') + " shown for " + host.join('|');
+        return room == want ? QString() : room.join('|') + " shown for " + want.join('|');
     }
 
 private Q_SLOTS:
@@ -55,6 +60,11 @@ private Q_SLOTS:
     {
         GameWindow g;
         QVERIFY(opened(g));
+        QStringList during;  // the room while each end-of-game dialog is up
+        g.fake.onModal = [&, answer = g.fake.onModal](QDialog &dialog) {
+            during << g.w().audience()->ui()->lblQuestion_0->text() + difference(g);
+            return answer(dialog);
+        };
         // A tie played on, a win and the new game, the other tab, the count,
         // the turn given, players added and removed, a start over.
         for (const QString &step : QStringLiteral("c3 w5 =0:5 =1:5 yes n n n =0:6 n n n tab1 N P k2 c10 T v v t u9 tab0 c2 a6 s a6 S").split(' ')) {
@@ -62,11 +72,15 @@ private Q_SLOTS:
             QVERIFY2(difference(g).isEmpty(), qPrintable(step + ": " + difference(g)));
         }
         QCOMPARE(g.shown, (QStringList{"tie Name  Name at 5", "won Name 6", "Start New Game", "Start New Game"}));
+        QCOMPARE(during, (QStringList{"Player 1 and Player 2 tie at 5: another round?", "Player 1 wins with 6!"}));
         // A name typed with the screen open keeps every letter, the blank's
-        // included, and the room sees it.
+        // included, and the room sees it once it is finished.
         QTest::keyClicks(g.w().txtPlayer[1], "Bob.");
         QCOMPARE(g.w().txtPlayer[1]->text(), QStringLiteral("NameBob."));
         QVERIFY(!g.w().audience()->isBlank());
+        QCOMPARE(g.w().audienceView().players[1].name, "Player 2");
+        QTest::keyClick(g.w().txtPlayer[1], Qt::Key_Return);
+        QCOMPARE(g.w().audienceView().players[1].name, "NameBob.");
         QCOMPARE(difference(g), QString());
     }
 
@@ -81,7 +95,14 @@ private Q_SLOTS:
             row("Escape", Qt::Key_Escape, onScreen ? "closed" : "open");
             row("B", Qt::Key_B, "blank");
             row(".", Qt::Key_Period, "blank");
+            row("+", Qt::Key_Plus, "2,1");
+            row("-", Qt::Key_Minus, "0,1");
+            row("S", Qt::Key_S, "scores");
         }
+        QTest::newRow("= on the host") << Key{false, Qt::Key_Equal, "2,1"};
+        QTest::newRow("keypad + on the host") << Key{false, Qt::KeypadModifier | Qt::Key_Plus, "2,1"};
+        QTest::newRow("+ in a name") << Key{false, Qt::Key_Plus, "1,1", true};
+        QTest::newRow("S in a name") << Key{false, Qt::Key_S, "open", true};
         QTest::newRow("Shift+F5 on the host") << Key{false, Qt::SHIFT | Qt::Key_F5, "closed"};
         QTest::newRow("PageDown on the screen") << Key{true, Qt::Key_PageDown, "M2"};
         QTest::newRow("PageUp on the screen") << Key{true, Qt::Key_PageUp, "M6"};
@@ -93,17 +114,71 @@ private Q_SLOTS:
         GameWindow g;
         frmAudience *a = opened(g);
         QVERIFY(a);
+        g.play("u0 u1");
         // The screen's own keys, when it is the active window: the host's shortcuts do not reach it then.
         if (row.onScreen)
             QApplication::setActiveWindow(a);
-        QWidget *target = row.onScreen ? static_cast<QWidget *>(a) : g.ui()->clkNext;
+        QWidget *target = row.onScreen ? static_cast<QWidget *>(a) : row.inName ? static_cast<QWidget *>(g.w().txtPlayer[0]) : g.ui()->clkNext;
         QTest::keyClick(target, row.key.key(), row.key.keyboardModifiers());
-        const QString state = !g.w().audienceOpen() ? "closed" : a->isBlank() ? "blank" : "open";
-        QCOMPARE(row.after.startsWith('M') ? g.state().section(' ', 3, 3) : state, row.after);
+        const QString state = !g.w().audienceOpen() ? "closed" : a->isBlank() ? "blank"
+                              : g.w().audienceView().scene == audience::Scene::Scoreboard ? "scores" : "open";
+        QCOMPARE(row.after.startsWith('M') ? g.state().section(' ', 3, 3) : row.after.contains(',') ? g.state().section(' ', 2, 2) : state, row.after);
         if (row.after == "blank") {  // the same key shows the game again
             QTest::keyClick(target, row.key.key());
             QVERIFY(!a->isBlank());
         }
+    }
+
+    void bigTextLooksAsTheLabelDraws_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("align");
+        QTest::addColumn<QString>("style");
+        const QString phrase = QStringLiteral("Phrase 12 asks: the quick brown fox jumps over the lazy dog and Blank ends 12.");
+        QTest::newRow("phrase wrapped, centred") << phrase << int(Qt::AlignCenter) << "";
+        QTest::newRow("name on the turn's bar") << "Player 10" << int(Qt::AlignLeft | Qt::AlignVCenter)
+                                                << "color: black; background-color: rgb(255, 224, 192); padding: 0 0.3em;";
+        QTest::newRow("score to the right") << "29" << int(Qt::AlignRight | Qt::AlignVCenter) << "padding: 0 0.3em;";
+        QTest::newRow("a name that looks like markup") << "<b>Ann</b>" << int(Qt::AlignLeft) << "";
+    }
+
+    // Glyphs past Qt's own cache come out where and as the label would draw them.
+    void bigTextLooksAsTheLabelDraws()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, align);
+        QFETCH(QString, style);
+        const auto drawn = [&](bool big) {
+            QLabel label(text);
+            label.setStyleSheet("QLabel { color: white; background: black; " + style + " }");
+            label.setWordWrap(true);
+            label.setAlignment(Qt::Alignment(align));
+            label.setFont(QFont(label.font().family(), -1, QFont::Bold));
+            QFont font = label.font();
+            font.setPixelSize(bigtext::CachedPixels + 13);
+            label.setFont(font);
+            label.resize(1200, 420);
+            bigtext::Painter painter;
+            if (big)
+                painter.install(&label);
+            return label.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        };
+        // Where the ink is and how much: glyphs placed on whole pixels may sit half a pixel off.
+        const auto ink = [](const QImage &image) {
+            QRect box;
+            int count = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    if (qGray(image.pixel(x, y)) > 128 && ++count)
+                        box |= QRect(x, y, 1, 1);
+            return std::pair(box, count);
+        };
+        const auto [want, wantCount] = ink(drawn(false));
+        const auto [got, gotCount] = ink(drawn(true));
+        QVERIFY(wantCount > 1000);
+        for (int edge : {got.left() - want.left(), got.top() - want.top(), got.right() - want.right(), got.bottom() - want.bottom()})
+            QVERIFY2(std::abs(edge) <= 1, qPrintable(QString("ink at %1,%2 %3x%4, not %5,%6 %7x%8").arg(got.x()).arg(got.y()).arg(got.width()).arg(got.height()).arg(want.x()).arg(want.y()).arg(want.width()).arg(want.height())));
+        QVERIFY2(std::abs(gotCount - wantCount) < wantCount / 25, qPrintable(QString("%1 inked pixels, not %2").arg(gotCount).arg(wantCount)));
     }
 
     void unpluggedDisplayClosesTheScreen()

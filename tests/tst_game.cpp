@@ -3,6 +3,7 @@
 // recording players.
 #include "FakePlatform.h"
 #include "TestMain.h"
+#include "core/AudienceView.h"
 #include "core/Decks.h"
 #include "core/Game.h"
 #include "core/RepeatFilter.h"
@@ -20,11 +21,11 @@ namespace {
 const QString U19 = questions::MatchBlank;
 const QString U9 = questions::PhraseBlank;
 
-QStringList entries(int count)
+QStringList entries(int count, const QString &suffix = {})
 {
     QStringList list;
     for (int i = 1; i <= count; ++i)
-        list << QString::number(i);
+        list << QString::number(i) + suffix;
     return list;
 }
 
@@ -42,10 +43,12 @@ struct Script final : game::Table {
 
     bool questionFileFound(Kind k) override { return files[int(k)] || (seen << "File Does Not Exist", false); }
     bool askStartOver(Kind) override { return seen << "Start New Game", startOver; }
+    audience::Moment moment;        // beside the game, for the room's view
+    audience::View endView;         // what the room saw during the last end-of-game dialog
     std::optional<QStringList> readDeck(Kind k) override
     {
         if (files[int(k)] > 0)
-            return entries(files[int(k)]);
+            return entries(files[int(k)], k == Kind::Match ? "," + U19 : "");
         seen << (reloading ? "Exiting File Load while reloading" : "Exiting File Load");
         return std::nullopt;
     }
@@ -59,6 +62,9 @@ struct Script final : game::Table {
         for (int w : c.winners)
             rows << QString::number(w);
         seen << (c.won() ? "won " : "tie ") + rows.join(' ') + " at " + QString::number(c.best);
+        moment.ending = &c;
+        endView = audience::viewOf(g, moment);
+        moment.ending = nullptr;
         return c.won() ? game::Answer::Close : tie;
     }
     void runStart(Kind k) override { g.start(k, *this); }
@@ -70,6 +76,7 @@ struct Script final : game::Table {
     //   u0 d0 a point up or down for row 0 ("no point" when refused); =0:5 row 0's score made 5
     //   c3 three players, w5 score to win 5, k2 row 2's turn
     //   yes no: the tie's answer; -m -p the file gone, 0m 0p without questions, +m +p four questions
+    //   @0:Ann row 0 named Ann and done; ~0:Ann row 0's name typed, not finished
     void play(const QString &script)
     {
         for (const QString &step : script.split(' ', Qt::SkipEmptyParts)) {
@@ -96,7 +103,11 @@ struct Script final : game::Table {
                 g.setScoreToWin(qint16(n));
             else if (c == 'k')
                 g.giveTurn(n);
-            else
+            else if (c == '@' || c == '~') {
+                g.setName(n, step.section(':', 1));
+                if (c == '@')
+                    g.finishName(n);
+            } else
                 files[int(kind)] = c == '-' ? 0 : c == '0' ? -1 : 4;
         }
     }
@@ -117,6 +128,9 @@ struct Lines { Kind kind; QStringList lines, entries; };
 struct Play { int matches, phrases; QString script, state; QStringList seen; int counts; };
 // A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
 // players' calls, and whether it runs at the end.
+// A script (from the program's start), the tab in front, the countdown (empty: timer off), the scoreboard asked
+// for, and the room's view: scene, status, question, headline, players (* marked), count.
+struct Room { QString script; Kind kind; QString count; bool scoreboard; QString view; };
 struct Ticks { int length; QString sound, script; QStringList shown, calls; bool running = false; };
 }  // namespace
 
@@ -293,6 +307,37 @@ private Q_SLOTS:
         QCOMPARE(t.counts, row.counts);
     }
 
+    void audienceViews_data()
+    {
+        QTest::addColumn<Room>("row");
+        const auto row = [](const char *name, const Room &room) { QTest::newRow(name) << room; };
+        const Kind m = Kind::Match, p = Kind::Phrase;
+        const QString two = "Player 1 0,Player 2 0*";
+        row("a match in halves, its number and round, never the deck's size; the share left", {"S s n", m, "12", false, "Q|Match 2 · Round 1|2/" + U19 + "||" + two + "|12 40%"});
+        row("the phrase tab's own deck", {"S s N N", p, "30", false, "Q|Phrase 3 · Round 2|3||Player 1 0*,Player 2 0|30 100%"});
+        row("time up until the next question", {"S s n", m, "0", false, "Q|Match 2 · Round 1|2/" + U19 + "||" + two + "|Time's up! up"});
+        row("nothing dealt: no question, no count", {"-p S", p, "30", false, "Q|Round 1|||Player 1 0*,Player 2 0|-"});
+        row("names once finished, blank or the default: Player N; timer off", {"S s c4 @0:Ann ~1:Bob @2: @3:Name", m, "", false, "Q|Match 1 · Round 1|1/" + U19 + "||Ann 0*,Player 2 0,Player 3 0,Player 4 0|-"});
+        row("scoreboard: best first, equal scores in row order", {"S s c3 =1:3 =2:3 =0:1 n", m, "30", true, "S|Match 2 · Round 1|||Player 2 3*,Player 3 3,Player 1 1|30 100%"});
+        row("winner: ranking and words, no question or count", {"S s w2 c3 =2:2 =1:1 n n n", m, "9", false, "W|Match 4 · Round 2||Player 3 wins with 2!|Player 3 2*,Player 2 1,Player 1 0|-"});
+        row("tie of three; a phrase steps after the turn", {"S s w2 c4 =3:2 =0:2 =2:2 N N N N", p, "9", false, "T|Phrase 4 · Round 2||Player 1, Player 3 and Player 4 tie at 2: another round?|Player 1 2*,Player 3 2*,Player 4 2*,Player 2 0|-"});
+    }
+    void audienceViews()
+    {
+        QFETCH(Room, row);
+        Script t;
+        t.moment = {row.kind, !row.count.isEmpty(), row.count, 30, nullptr, row.scoreboard};
+        t.play(row.script);
+        const audience::View v = QString("WT").contains(row.view[0]) ? t.endView : audience::viewOf(t.g, t.moment);
+        QStringList players;
+        for (const audience::Player &player : v.players)
+            players << player.name + ' ' + QString::number(player.score) + (player.marked ? "*" : "");
+        const QString clock = v.clock == audience::Clock::Hidden ? "-"
+                              : v.clock == audience::Clock::TimeUp ? v.count + " up"
+                                                                   : v.count + QString(" %1%").arg(qRound(v.timeLeft * 100));
+        QCOMPARE(QStringList({QString("QWTS")[int(v.scene)], v.status, v.question.join('/'), v.headline, players.join(','), clock}).join('|'), row.view);
+    }
+
     void countdown_data()
     {
         QTest::addColumn<Ticks>("row");
@@ -329,7 +374,7 @@ private Q_SLOTS:
         s.buzzer = sound.contains('b');
         s.continual = sound.contains('c');
         s.switchTo(sound.contains('s'));
-        QCOMPARE(fake.mediaCalls.contains("wmp1 loop on"), sound.contains('s'));  // the music loops
+        QCOMPARE(fake.mediaCalls.join('|').section('|', -1), sound.contains('s') ? "wmp1 loop on" : "wmp1 stop");  // the music loops, or stops
         fake.mediaCalls.clear();
         for (const QString &step : script.split(' ')) {
             const QChar c = step[0];
