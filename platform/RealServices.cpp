@@ -2,14 +2,17 @@
 #include "platform/FolderLock.h"
 #include "platform/MediaFormats.h"
 #include <QApplication>
+#include <QAudioDevice>
 #include <QAudioOutput>
 #include <QDesktopServices>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QMediaDevices>
 #include <QMediaPlayer>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QUrl>
 #include <random>
@@ -115,6 +118,15 @@ public:
     void stop() override { m_player.stop(); }
     void setVolume(int volume) override { m_output.setVolume(linear(volume)); }
     void setLoop(bool loop) override { m_player.setLoops(loop ? QMediaPlayer::Infinite : 1); }
+    void setOutput(const QByteArray &id) override
+    {
+        QAudioDevice device = QMediaDevices::defaultAudioOutput();
+        for (const QAudioDevice &output : QMediaDevices::audioOutputs())
+            if (output.id() == id)
+                device = output;
+        if (device != m_output.device())
+            m_output.setDevice(device);
+    }
 
 private:
     static float linear(int volume)
@@ -131,6 +143,21 @@ public:
     std::unique_ptr<MediaPlayer> createPlayer(const QString &) override
     {
         return std::make_unique<QtMediaPlayer>();
+    }
+    QList<AudioOutput> audioOutputs() override
+    {
+        QList<AudioOutput> outputs;
+        for (const QAudioDevice &device : QMediaDevices::audioOutputs())
+            outputs.append({device.id(), device.description(), device.isDefault()});
+        return outputs;
+    }
+    void watchOutputs(QObject *context, std::function<void()> changed) override
+    {
+        // Made on first use, gone with the application.
+        static QPointer<QMediaDevices> devices;
+        if (!devices)
+            devices = new QMediaDevices(qApp);
+        QObject::connect(devices, &QMediaDevices::audioOutputsChanged, context, std::move(changed));
     }
 };
 

@@ -6,9 +6,11 @@
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 class QDialog;
+class QObject;
 class QWidget;
 
 namespace platform {
@@ -75,12 +77,26 @@ public:
     virtual void stop() = 0;
     virtual void setVolume(int volume) = 0;  // 0..100
     virtual void setLoop(bool loop) = 0;
+    // The sound device it plays on, by id; playing goes on there.
+    virtual void setOutput(const QByteArray &id) = 0;
+};
+
+// A sound device: a laptop's speakers, a TV on HDMI, a USB headset...
+struct AudioOutput {
+    QByteArray id;
+    QString name;
+    bool isDefault = false;
 };
 
 class Media {
 public:
     virtual ~Media() = default;
     virtual std::unique_ptr<MediaPlayer> createPlayer(const QString &name) = 0;
+    // The sound devices there are now.
+    virtual QList<AudioOutput> audioOutputs() = 0;
+    // changed() runs whenever a device comes or goes, or another becomes
+    // the default, for as long as context lives.
+    virtual void watchOutputs(QObject *context, std::function<void()> changed) = 0;
 };
 
 // Launches and libraries.

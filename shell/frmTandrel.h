@@ -28,6 +28,7 @@
 //   rtb1                 (the editors and the rules viewer) their text box
 #include "core/Game.h"
 #include "files/ConfigFile.h"
+#include "files/ShowSettings.h"
 #include "shell/frmAudience.h"
 #include <QHash>
 #include <QPointer>
@@ -127,6 +128,10 @@ public:
     // Applies the configuration file beside the program, line by line.
     void readInConfigFile();
     void clkConfig_Click();
+    // F9: the show settings window (sound device, clicker keys), kept for this user.
+    void openShowSettings();
+    void applyShowSettings(const show::Settings &settings);
+    const show::Settings &showSettings() const { return m_show; }
 
     // ---- Editors, backups, rules, About and web pages ----------------------
     void clkEdit_Click();
@@ -232,6 +237,9 @@ private:
     QHash<int, std::function<void()>> m_hostKeys;
     // While the end-of-game dialog is up, the room sees its news.
     const game::TurnChange *m_endShown = nullptr;
+    show::Settings m_show;
+    // With a clicker that sends arrows, Right and Down page forward, Left and Up back.
+    qint16 clickerCode(qint16 keyCode) const;
     bool m_scoreboard = false;  // S: the ranking over the question, until the next one
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;

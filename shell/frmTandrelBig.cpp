@@ -142,6 +142,9 @@ void frmTandrel::toggleAudience()
     connect(m_audience, &frmAudience::hostKey, this, [this](int key) {
         if (const auto action = m_hostKeys.value(key))
             action();
+        qint16 code = clickerCode(keyCodeOf(key));
+        if (code == KeyPageUp || code == KeyPageDown)
+            PageUpDown(code);
     });
     for (QShortcut *blank : m_blankKeys)
         connect(m_audience, &QObject::destroyed, blank, [blank] { blank->setEnabled(false); });

@@ -5,6 +5,7 @@
 #include "shell/frmTandrel.h"
 #include "ui_frmTandrel.h"
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QRegularExpression>
 
 using Globals::Guarded;
@@ -72,6 +73,8 @@ bool frmTandrel::eventFilter(QObject *watched, QEvent *event)
         if (watched == m_ui->cmbNumPlayers || watched == m_ui->cmbScoreToWin)
             return listKeyPress(watched, key);
         qint16 code = keyCodeOf(key->key());
+        if (!qobject_cast<QLineEdit *>(watched))  // a text box keeps its arrows
+            code = clickerCode(code);
         Guarded(*handler, [&] { PageUpDown(code); });
         // Paging keys belong to the game, never to the control.
         return code == KeyPageUp || code == KeyPageDown;
@@ -113,6 +116,15 @@ bool frmTandrel::listKeyPress(QObject *list, QKeyEvent *event)
     // A key that changed nothing leaves no undo waiting for the next mouse choice.
     (players ? m_numPlayersKeyed : m_scoreToWinKeyed) = false;
     return true;
+}
+
+qint16 frmTandrel::clickerCode(qint16 keyCode) const
+{
+    if (!m_show.arrowKeysPage)
+        return keyCode;
+    if (keyCode == KeyRight || keyCode == KeyDown)
+        return KeyPageDown;
+    return keyCode == KeyLeft || keyCode == KeyUp ? KeyPageUp : keyCode;
 }
 
 void frmTandrel::PageUpDown(qint16 &keyCode)

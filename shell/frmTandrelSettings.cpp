@@ -1,5 +1,6 @@
 // The countdown, the sound and the settings: the switches and the volume bar
 // drive a Countdown and a Sound; the configuration file and dialog set them.
+#include "files/ShowSettings.h"
 #include "files/frmConfig.h"
 #include "platform/Globals.h"
 #include "platform/Services.h"
@@ -8,6 +9,7 @@
 #include "timing/Sound.h"
 #include "ui_frmTandrel.h"
 #include <QCoreApplication>
+#include <QShortcut>
 #include <QTimer>
 
 using Globals::Guarded;
@@ -56,6 +58,25 @@ void frmTandrel::connectSettings()
     m_ui->hsc1->setInvertedControls(false);
     m_sound->setVolume(m_ui->hsc1->value());
     connect(m_ui->clkConfig, &QAbstractButton::clicked, this, &frmTandrel::clkConfig_Click);
+    connect(new QShortcut(QKeySequence(Qt::Key_F9), this), &QShortcut::activated, this, &frmTandrel::openShowSettings);
+    applyShowSettings(show::load());
+}
+
+void frmTandrel::openShowSettings()
+{
+    frmShow dialog(this, m_show, platform::media().audioOutputs());
+    if (platform::dialogs().execModal(dialog) != QDialog::Accepted)
+        return;
+    applyShowSettings(dialog.chosen());
+    show::save(m_show);
+}
+
+void frmTandrel::applyShowSettings(const show::Settings &settings)
+{
+    m_show = settings;
+    // Never chosen, the players stay where Qt put them.
+    if (!settings.output.isEmpty() || !m_sound->output().isEmpty())
+        m_sound->chooseOutput(settings.output);
 }
 
 void frmTandrel::CheckTimer()

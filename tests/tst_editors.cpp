@@ -5,7 +5,9 @@
 #include "EditorWindows.h"
 #include "TestMain.h"
 #include "core/Decks.h"
+#include "files/ShowSettings.h"
 #include "files/frmConfig.h"
+#include "ui_frmShow.h"
 #include "ui_frmConfig.h"
 #include "ui_frmEditQuestions.h"
 #include <QPushButton>
@@ -206,6 +208,42 @@ private Q_SLOTS:
         configure(g, {"110", "No", "Yes", "Yes", "Yes"}, "clkSave");
         GameWindow next(6, 6, g.fake.fileBytes("Tandrel.cfg"));
         QCOMPARE(settings(next), QStringLiteral("110/110 No Yes Yes Yes"));
+    }
+
+    // The show settings are the user's: kept apart from the program folder, back at the next start, and a sound
+    // device chosen stays chosen while unplugged.
+    void showSettingsComeBackForTheUser()
+    {
+        GameWindow g;
+        g.fake.outputs = {{"speakers", "Speakers", true}, {"tv", "TV", false}};
+        const QStringList folder = QDir(g.fake.dir).entryList(QDir::AllEntries | QDir::Hidden);
+        QStringList listed;
+        const auto answer = [&](int output, bool arrows, int result) {
+            g.fake.onModal = [&, output, arrows, result](QDialog &dialog) {
+                Ui::frmShow *ui = static_cast<frmShow &>(dialog).ui();
+                listed.clear();
+                for (int i = 0; i < ui->cboOutput->count(); ++i)
+                    listed << ui->cboOutput->itemText(i) + (i == ui->cboOutput->currentIndex() ? "*" : "");
+                ui->cboOutput->setCurrentIndex(output);
+                ui->chkArrowKeys->setChecked(arrows);
+                return result;
+            };
+            g.w().openShowSettings();
+        };
+        answer(2, true, QDialog::Accepted);
+        QCOMPARE(listed, QStringList({"The default output*", "Speakers", "TV"}));
+        QCOMPARE(g.fake.mediaCalls.filter("output"), QStringList({"wmp1 output tv", "wmp2 output tv"}));
+        QVERIFY(g.w().showSettings().arrowKeysPage);
+        QCOMPARE(QDir(g.fake.dir).entryList(QDir::AllEntries | QDir::Hidden), folder);
+        g.fake.outputs.removeLast();
+        answer(0, false, QDialog::Rejected);  // cancelled: nothing changes
+        QCOMPARE(listed, QStringList({"The default output", "Speakers", "TV (not plugged in)*"}));
+        QVERIFY(g.w().showSettings().arrowKeysPage);
+        g.fake.mediaCalls.clear();
+        frmTandrel next;
+        QCOMPARE(next.showSettings().output, "tv");
+        QVERIFY(next.showSettings().arrowKeysPage);
+        QCOMPARE(g.fake.mediaCalls.filter("output"), QStringList({"wmp1 output speakers", "wmp2 output speakers"}));
     }
 };
 

@@ -399,6 +399,43 @@ private Q_SLOTS:
         QCOMPARE(fake.mediaCalls, calls);
         QCOMPARE(count.isRunning(), running);
     }
+
+    void soundFollowsTheChosenOutput_data()
+    {
+        // The outputs plugged in, one after another ("*" the default); the
+        // output chosen; the outputs both players were moved to, in order.
+        QTest::addColumn<QStringList>("plugged");
+        QTest::addColumn<QString>("chosen");
+        QTest::addColumn<QString>("moves");
+        QTest::newRow("chosen and there") << QStringList{"speakers* tv"} << "tv" << "tv";
+        QTest::newRow("unplugged mid-song, then back") << QStringList{"speakers* tv", "speakers*", "speakers* tv"} << "tv" << "tv speakers tv";
+        QTest::newRow("not there at the start") << QStringList{"speakers*", "speakers* tv"} << "tv" << "speakers tv";
+        QTest::newRow("another device comes: stays") << QStringList{"speakers* tv", "speakers* tv usb", "usb* tv"} << "tv" << "tv";
+        QTest::newRow("none chosen: the default, wherever it goes") << QStringList{"speakers* tv", "speakers tv*"} << "" << "speakers tv";
+    }
+    void soundFollowsTheChosenOutput()
+    {
+        QFETCH(QStringList, plugged);
+        QFETCH(QString, chosen);
+        QFETCH(QString, moves);
+        FakePlatform fake;
+        const auto plug = [](const QString &names) {
+            QList<platform::AudioOutput> outputs;
+            for (const QString &name : names.split(' '))
+                outputs.append({QString(name).remove('*').toUtf8(), name, name.endsWith('*')});
+            return outputs;
+        };
+        fake.outputs = plug(plugged.takeFirst());
+        Sound s;
+        s.switchTo(true);
+        s.chooseOutput(chosen.toUtf8());
+        for (const QString &names : plugged)
+            fake.setOutputs(plug(names));
+        QStringList music = fake.mediaCalls.filter("wmp1 output "), buzzer = fake.mediaCalls.filter("wmp2 output ");
+        QCOMPARE(music.replaceInStrings("wmp1 output ", "").join(' '), moves);
+        QCOMPARE(buzzer.replaceInStrings("wmp2 output ", ""), music);
+        QVERIFY(!fake.mediaCalls.contains("wmp1 stop"));  // the song goes on
+    }
 };
 
 TANDREL_TEST_MAIN(TestGame)

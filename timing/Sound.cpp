@@ -16,6 +16,29 @@ void Sound::setUp()
     m_buzzer->stop();
 }
 
+void Sound::chooseOutput(const QByteArray &id)
+{
+    m_chosen = id;
+    if (!m_watch) {
+        m_watch = std::make_unique<QObject>();
+        platform::media().watchOutputs(m_watch.get(), [this] { followOutputs(); });
+    }
+    followOutputs();
+}
+
+void Sound::followOutputs()
+{
+    QByteArray to;
+    for (const platform::AudioOutput &output : platform::media().audioOutputs())
+        if (output.id == m_chosen || (to.isEmpty() && output.isDefault))
+            to = output.id;
+    if (to == m_output)
+        return;
+    m_output = to;
+    m_music->setOutput(to);
+    m_buzzer->setOutput(to);
+}
+
 void Sound::switchTo(bool on)
 {
     m_on = on;

@@ -1,6 +1,7 @@
 #pragma once
 // Music and buzzer: the two players and the switches that govern them.
 #include "platform/Services.h"
+#include <QObject>
 #include <memory>
 
 class Sound {
@@ -23,6 +24,13 @@ public:
     // music stops unless it plays on.
     void countReachedZero();
 
+    // The sound device chosen by id, empty for the default. While it is
+    // unplugged both play on the default device, and on it again when it
+    // comes back; nothing stops.
+    void chooseOutput(const QByteArray &id);
+    // The device both play on now.
+    QByteArray output() const { return m_output; }
+
     void playMusic() { m_music->play(); }
     void stopMusic() { m_music->stop(); }
 
@@ -30,6 +38,9 @@ public:
     bool continual = false;  // the music plays on through zero
 
 private:
+    void followOutputs();
     std::unique_ptr<platform::MediaPlayer> m_music, m_buzzer;
     bool m_on = false;
+    QByteArray m_chosen, m_output;
+    std::unique_ptr<QObject> m_watch;  // lives as long as the outputs are watched
 };

@@ -2,6 +2,7 @@
 #include "platform/Errors.h"
 #include "platform/Globals.h"
 #include <QFile>
+#include <QSettings>
 #include <QRegularExpression>
 
 namespace {
@@ -13,6 +14,7 @@ public:
     void stop() override { record(QStringLiteral("stop")); }
     void setVolume(int volume) override { record(QStringLiteral("volume %1").arg(volume)); }
     void setLoop(bool loop) override { record(loop ? QStringLiteral("loop on") : QStringLiteral("loop off")); }
+    void setOutput(const QByteArray &id) override { record(QStringLiteral("output ") + QString::fromUtf8(id)); }
 
 private:
     void record(const QString &what) { m_calls.append(m_name + QLatin1Char(' ') + what); }
@@ -24,6 +26,8 @@ private:
 FakePlatform::FakePlatform()
 {
     dir = m_tempDir.path();
+    // The user's own settings stay out of reach of the tests.
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_configDir.path());
     Globals::ResetLogForTests();
     m_previous = platform::install({this, this, this, this, this, this});
 }
@@ -79,6 +83,19 @@ int FakePlatform::messageBox(const QString &text, int style, const QString &titl
     if (!answers.isEmpty())
         return answers.takeFirst();
     return (style & 0x0F) == platform::mb::YesNoCancel ? platform::mb::Cancel : platform::mb::Ok;
+}
+
+void FakePlatform::watchOutputs(QObject *context, std::function<void()> changed)
+{
+    m_outputWatchers.emplace_back(context, std::move(changed));
+}
+
+void FakePlatform::setOutputs(const QList<platform::AudioOutput> &now)
+{
+    outputs = now;
+    for (const auto &[context, changed] : m_outputWatchers)
+        if (context)
+            changed();
 }
 
 std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString &name)

@@ -1,0 +1,58 @@
+#include "files/ShowSettings.h"
+#include "ui_frmShow.h"
+#include <QSettings>
+
+namespace show {
+namespace {
+QSettings store()
+{
+    // ~/.config/Tandrel/Show.ini; QSettings writes it whole or not at all.
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Tandrel"), QStringLiteral("Show"));
+}
+}  // namespace
+
+Settings load()
+{
+    const QSettings s = store();
+    return {s.value(QStringLiteral("sound/output")).toByteArray(), s.value(QStringLiteral("sound/outputName")).toString(),
+            s.value(QStringLiteral("keys/arrowKeysPage"), false).toBool()};
+}
+
+void save(const Settings &settings)
+{
+    QSettings s = store();
+    s.setValue(QStringLiteral("sound/output"), settings.output);
+    s.setValue(QStringLiteral("sound/outputName"), settings.outputName);
+    s.setValue(QStringLiteral("keys/arrowKeysPage"), settings.arrowKeysPage);
+}
+
+}  // namespace show
+
+frmShow::frmShow(QWidget *parent, const show::Settings &now, const QList<platform::AudioOutput> &outputs)
+    : QDialog(parent), m_ui(new Ui::frmShow)
+{
+    m_ui->setupUi(this);
+    m_ui->cboOutput->addItem(tr("The default output"), QByteArray());
+    for (const platform::AudioOutput &output : outputs)
+        m_ui->cboOutput->addItem(output.name, output.id);
+    int at = m_ui->cboOutput->findData(now.output);
+    if (at < 0) {  // chosen once, unplugged now: still the choice
+        m_ui->cboOutput->addItem(tr("%1 (not plugged in)").arg(now.outputName), now.output);
+        at = m_ui->cboOutput->count() - 1;
+    }
+    m_ui->cboOutput->setCurrentIndex(at);
+    m_ui->chkArrowKeys->setChecked(now.arrowKeysPage);
+}
+
+frmShow::~frmShow()
+{
+    delete m_ui;
+}
+
+show::Settings frmShow::chosen() const
+{
+    const QByteArray id = m_ui->cboOutput->currentData().toByteArray();
+    QString name = m_ui->cboOutput->currentText();
+    name.remove(tr(" (not plugged in)"));
+    return {id, id.isEmpty() ? QString() : name, m_ui->chkArrowKeys->isChecked()};
+}
