@@ -6,6 +6,10 @@
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
 #include <QVariant>
 #include <QWidget>
 #include <algorithm>
@@ -108,6 +112,26 @@ void Design::apply(double factor, QPoint offset)
     }
 }
 
+// A document's own sizes (the rules' headings and text), which the font of
+// the box that shows it does not reach.
+static void scaleText(QTextDocument *document, double factor)
+{
+    struct Run { int from, to; qreal points; };
+    std::vector<Run> runs;
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            if (const QTextFragment f = it.fragment(); f.charFormat().fontPointSize() > 0)
+                runs.push_back({f.position(), f.position() + f.length(), f.charFormat().fontPointSize()});
+    QTextCursor cursor(document);
+    for (const Run &run : runs) {
+        cursor.setPosition(run.from);
+        cursor.setPosition(run.to, QTextCursor::KeepAnchor);
+        QTextCharFormat format;
+        format.setFontPointSize(run.points * factor);
+        cursor.mergeCharFormat(format);
+    }
+}
+
 OtherWindows::OtherWindows(QWidget *main, double factor)
     : QObject(main), m_main(main), m_factor(factor)
 {
@@ -143,10 +167,30 @@ void OtherWindows::fit(QWidget *window) const
         box->setStyleSheet(QStringLiteral("QLabel { font-size: %1pt; }").arg(13 * m_factor, 0, 'f', 1));
     if (window->layout()) {
         // Each control by itself: under a style sheet a font set on the
-        // window no longer reaches controls already shown once.
-        for (QWidget *w : window->findChildren<QWidget *>())
+        // window no longer reaches controls already shown once. Pictures,
+        // sizes set in the design and the layouts' gaps grow with the text.
+        for (QWidget *w : window->findChildren<QWidget *>()) {
             w->setFont(scaled(w->font(), m_factor));
+            if (!w->minimumSize().isNull())
+                w->setMinimumSize(scaled(QRect(QPoint(), w->minimumSize()), m_factor).size());
+            if (auto *reader = qobject_cast<QTextEdit *>(w); reader && reader->isReadOnly())
+                scaleText(reader->document(), m_factor);
+            if (auto *label = qobject_cast<QLabel *>(w); label && !label->pixmap().isNull())
+                label->setPixmap(label->pixmap().scaled(scaled(QRect(QPoint(), label->pixmap().size()), m_factor).size(),
+                                                        Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        }
+        const auto grow = [this](int pixels) { return int(std::lround(pixels * m_factor)); };
+        for (QLayout *layout : window->findChildren<QLayout *>()) {
+            const QMargins m = layout->contentsMargins();
+            layout->setContentsMargins(grow(m.left()), grow(m.top()), grow(m.right()), grow(m.bottom()));
+            if (layout->spacing() >= 0)  // else the style's, which does not grow
+                layout->setSpacing(grow(layout->spacing()));
+        }
         window->setFont(scaled(window->font(), m_factor));
+        // A window drawn at a size of its own keeps its proportions; a
+        // message box sizes itself to its text.
+        if (window->testAttribute(Qt::WA_Resized) && !qobject_cast<QMessageBox *>(window))
+            window->setProperty("screenFitSize", scaled(QRect(QPoint(), window->size()), m_factor).size());
     } else {
         Design(window).apply(m_factor, QPoint());
         window->resize(scaled(QRect(QPoint(), window->size()), m_factor).size());
@@ -155,9 +199,16 @@ void OtherWindows::fit(QWidget *window) const
 
 void OtherWindows::place(QWidget *window) const
 {
-    if (window->layout()) {
-        window->setMinimumSize(window->layout()->minimumSize());
+    if (QLayout *layout = window->layout()) {
+        window->setMinimumSize(layout->minimumSize());
         window->adjustSize();
+        const QSize designed = window->property("screenFitSize").toSize();
+        if (designed.isValid()) {
+            QSize size = designed.boundedTo(m_main->size()).expandedTo(window->size());
+            if (layout->hasHeightForWidth())
+                size.setHeight(std::max(size.height(), layout->totalHeightForWidth(size.width())));
+            window->resize(size.boundedTo(m_main->size()));
+        }
     }
     // Over the middle of the screen the game is on.
     window->move(m_main->geometry().center() - QPoint(window->width() / 2, window->height() / 2));

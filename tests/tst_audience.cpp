@@ -157,7 +157,8 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(int, align);
         QFETCH(QString, style);
-        const auto drawn = [&](bool big) {
+        // Where the ink is and how much: glyphs placed on whole pixels may sit half a pixel off.
+        const auto ink = [&](bool big) {
             QLabel label(text);
             label.setStyleSheet("QLabel { color: white; background: black; " + style + " }");
             label.setWordWrap(true);
@@ -169,10 +170,7 @@ private Q_SLOTS:
             bigtext::Painter painter;
             if (big)
                 painter.install(&label);
-            return label.grab().toImage().convertToFormat(QImage::Format_RGB32);
-        };
-        // Where the ink is and how much: glyphs placed on whole pixels may sit half a pixel off.
-        const auto ink = [](const QImage &image) {
+            const QImage image = label.grab().toImage();
             QRect box;
             int count = 0;
             for (int y = 0; y < image.height(); ++y)
@@ -181,8 +179,8 @@ private Q_SLOTS:
                         box |= QRect(x, y, 1, 1);
             return std::pair(box, count);
         };
-        const auto [want, wantCount] = ink(drawn(false));
-        const auto [got, gotCount] = ink(drawn(true));
+        const auto [want, wantCount] = ink(false);
+        const auto [got, gotCount] = ink(true);
         QVERIFY(wantCount > 1000);
         for (int edge : {got.left() - want.left(), got.top() - want.top(), got.right() - want.right(), got.bottom() - want.bottom()})
             QVERIFY(std::abs(edge) <= 1);

@@ -126,11 +126,11 @@ struct Script final : game::Table {
 struct Lines { Kind kind; QStringList lines, entries; };
 // Files of that many matches and phrases, a script, the state after, what the host was shown, the countdown's restarts.
 struct Play { int matches, phrases; QString script, state; QStringList seen; int counts; };
-// A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
-// players' calls, and whether it runs at the end.
 // A script (from the program's start), the tab in front, the countdown (empty: timer off), the scoreboard asked
 // for, and the room's view: scene, status, question, headline, players (* marked), count.
 struct Room { QString script; Kind kind; QString count; bool scoreboard; QString view; };
+// A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
+// players' calls, and whether it runs at the end.
 struct Ticks { int length; QString sound, script; QStringList shown, calls; bool running = false; };
 }  // namespace
 

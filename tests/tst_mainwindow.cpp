@@ -3,12 +3,19 @@
 // count and the volume, full screen. The rules are tst_game's, on the model.
 #include "GameWindow.h"
 #include "TestMain.h"
+#include "shell/Look.h"
 #include "shell/frmWin.h"
 #include "ui_frmWin.h"
 #include <QAbstractItemView>
 #include <QMenu>
 #include <QPointer>
+#include <QRadioButton>
+#include <QStyleFactory>
+#include <QPainter>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
+#include <QTextBlock>
+#include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -253,7 +260,11 @@ private Q_SLOTS:
         QVERIFY(fits(g.ui()->lblPhrase));
         // A window opened meanwhile (a dialog, an editor) is as big, over the middle; a popup menu is not.
         QDialog dialog(&g.w());
+        dialog.resize(300, 200);  // a size of its own, which grows too
         QWidget window;
+        auto *rules = new QTextEdit(&window);  // a document's own sizes grow in a reader
+        rules->setHtml("<span style='font-size:10pt'>Rules</span>");
+        rules->setReadOnly(true);
         QMenu menu;
         for (QWidget *w : {static_cast<QWidget *>(&dialog), &window, static_cast<QWidget *>(&menu)}) {
             QWidget *text = w == &menu ? w : new QLabel(QStringLiteral("Save?"), w);
@@ -267,8 +278,57 @@ private Q_SLOTS:
                             && w->width() >= w->layout()->minimumSize().width());
             w->hide();
         }
+        QVERIFY(dialog.width() >= 300 * f - 1);
+        QCOMPARE(rules->document()->begin().begin().fragment().charFormat().fontPointSize(), 10 * f);
         g.w().toggleFullScreen();  // F11 again
         QCOMPARE(snapshot(), design);  // exactly the design again
+    }
+
+    void marksGrowWithBigControls_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QSize>("size");
+        for (const char *kind : {"arrow", "list", "option"})
+            for (QSize size : {QSize(60, 24), QSize(150, 52)})
+                QTest::addRow("%s %d high", kind, size.height()) << kind << size;
+    }
+    // Drawn big, a score arrow, a list's arrow and an option's circle are as big again; at the usual size,
+    // exactly as the platform draws them.
+    void marksGrowWithBigControls()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QSize, size);
+        look::Style ours(QStyleFactory::create("Fusion"));
+        const auto mark = [&](QStyle *style) {  // the mark's height in pixels, and the picture
+            QRadioButton option;
+            option.resize(size);
+            option.setFont(QFont(option.font().family(), size.height() / 3));
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            QStyleOptionComboBox list;
+            list.rect = QRect(QPoint(), size);
+            list.palette.setColor(QPalette::ButtonText, Qt::black);
+            if (kind == "list")
+                style->drawComplexControl(QStyle::CC_ComboBox, &list, &painter);
+            else
+                style->drawPrimitive(QStyle::PE_IndicatorArrowUp, &list, &painter);
+            int top = size.height(), bottom = -1;  // inside the list's frame, over its arrow's part
+            for (int y = 4; y < size.height() - 4; ++y)
+                for (int x = kind == "list" ? size.width() * 2 / 3 : 0; x < size.width() - 4; ++x)
+                    if (qGray(image.pixel(x, y)) < 128)
+                        top = std::min(top, y), bottom = std::max(bottom, y);
+            return std::pair(kind == "option" ? style->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, &option)
+                                              : bottom - top + 1,
+                             image);
+        };
+        const auto [theirs, theirImage] = mark(ours.baseStyle());
+        const auto [mine, myImage] = mark(&ours);
+        QVERIFY(theirs > 0);
+        if (size.height() < look::Style::BigPixels)
+            QVERIFY(mine == theirs && myImage == theirImage);
+        else
+            QVERIFY2(mine >= size.height() / 3 && mine > theirs * 3 / 2, qPrintable(QString("%1 pixels high, not %2").arg(mine).arg(theirs)));
     }
 
     void exitQuestion_data()

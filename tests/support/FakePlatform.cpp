@@ -85,19 +85,6 @@ int FakePlatform::messageBox(const QString &text, int style, const QString &titl
     return (style & 0x0F) == platform::mb::YesNoCancel ? platform::mb::Cancel : platform::mb::Ok;
 }
 
-void FakePlatform::watchOutputs(QObject *context, std::function<void()> changed)
-{
-    m_outputWatchers.emplace_back(context, std::move(changed));
-}
-
-void FakePlatform::setOutputs(const QList<platform::AudioOutput> &now)
-{
-    outputs = now;
-    for (const auto &[context, changed] : m_outputWatchers)
-        if (context)
-            changed();
-}
-
 std::unique_ptr<platform::MediaPlayer> FakePlatform::createPlayer(const QString &name)
 {
     if (playerFailure)

@@ -4,12 +4,10 @@
 // players that only record what they were told.
 #include "platform/Errors.h"
 #include "platform/Services.h"
-#include <QPointer>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <functional>
 #include <random>
-#include <vector>
 
 // The failure number f raises, or 0 when it raises none.
 inline int failureOf(const std::function<void()> &f)
@@ -57,8 +55,8 @@ public:
     QStringList mediaCalls;  // every call of every player, as "wmp1 play", "wmp2 volume 40"...
     int playerFailure = 0;   // a failure number for making a player (a missing media back end)
     QList<platform::AudioOutput> outputs{{"speakers", QStringLiteral("Speakers"), true}};
-    // Outputs plugged in or out: tells the watchers, as the sound system does.
-    void setOutputs(const QList<platform::AudioOutput> &now);
+    // Outputs plugged in or out: tells the watcher, as the sound system does.
+    void setOutputs(const QList<platform::AudioOutput> &now) { outputs = now; m_outputsChanged(); }
     QStringList urlsOpened;
     QStringList absentComponents;   // not installed at all
     QStringList missingComponents;  // do not load
@@ -87,7 +85,7 @@ public:
     QLocale locale() const override { return loc; }
     std::unique_ptr<platform::MediaPlayer> createPlayer(const QString &name) override;
     QList<platform::AudioOutput> audioOutputs() override { return outputs; }
-    void watchOutputs(QObject *context, std::function<void()> changed) override;
+    void watchOutputs(QObject *, std::function<void()> changed) override { m_outputsChanged = std::move(changed); }
     void openUrl(const QString &url) override { urlsOpened.append(url); }
     void launch(const QString &verb, const QString &file, const QString &parameters) override;
     bool componentInstalled(const QString &name) override { return !absentComponents.contains(name); }
@@ -100,5 +98,5 @@ private:
     QTemporaryDir m_tempDir, m_configDir;
     platform::Services m_previous;
     std::mt19937 m_gen{12345u};
-    std::vector<std::pair<QPointer<QObject>, std::function<void()>>> m_outputWatchers;
+    std::function<void()> m_outputsChanged = [] {};
 };
