@@ -15,7 +15,8 @@ case "$what" in play|test|sanitize|fuzz) ;; *) echo "usage: $0 play|test|sanitiz
 packages=(build-essential cmake pkg-config qt6-base-dev qt6-multimedia-dev libqt6svg6 libdivsufsort-dev
           gstreamer1.0-plugins-base gstreamer1.0-plugins-good
           fonts-liberation2 fonts-dejavu-core fonts-leckerli-one)
-test_packages=(xvfb xauth xdotool dbus at-spi2-core python3-pyatspi)
+test_packages=(xvfb xauth xdotool dbus at-spi2-core python3-pyatspi openbox x11-xserver-utils
+               xserver-xorg-core xserver-xorg-video-dummy)
 fuzz_packages=(clang libclang-rt-14-dev)
 case "$what" in
   test|sanitize) packages+=("${test_packages[@]}") ;;

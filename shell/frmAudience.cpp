@@ -43,7 +43,12 @@ void frmAudience::showOn(QScreen *screen)
     setScreen(screen);
     // Without a window manager nobody else puts it on its screen.
     setGeometry(screen->geometry());
-    showFullScreen();
+    // As showFullScreen(), which would also take the keyboard: on a display
+    // of its own, the host's window keeps it.
+    setWindowState(windowState() | Qt::WindowFullScreen);
+    show();
+    if (!testAttribute(Qt::WA_ShowWithoutActivating))
+        activateWindow();
 }
 
 void frmAudience::showView(const audience::View &view)
