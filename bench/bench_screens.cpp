@@ -1,14 +1,19 @@
 // From a Next to the new question painted on the host's window and on the
 // audience screen, with ten players and the phrase tab in front.
 //   bench_screens [presses]
-// Run it from a folder holding the phrase file to show (bench/run.sh copies
-// it beside such a file): the program's files are the ones beside it.
+// Or how large the audience screen's capitals are, over its height, for a
+// match line and a phrase with 4 and with 10 players:
+//   bench_screens legibility
+// Run it from a folder holding the question files to show (bench/run.sh
+// copies it beside such files): the program's files are the ones beside it.
 #include "shell/frmAudience.h"
 #include "shell/frmTandrel.h"
 #include "ui_frmAudience.h"
 #include "ui_frmTandrel.h"
+#include <QLabel>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFontMetricsF>
 #include <algorithm>
 #include <cstdio>
 
@@ -32,11 +37,61 @@ double percentile(std::vector<double> v, double p)
     return v[std::min(v.size() - 1, size_t(p * double(v.size())))];
 }
 
+void settle(int ms)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < ms)
+        QCoreApplication::processEvents();
+}
+
+// Capitals' height in percent of the screen's, the smallest of the labels shown.
+double capitals(std::initializer_list<QLabel *> labels, int screenHeight)
+{
+    double smallest = 100;
+    for (QLabel *label : labels)
+        if (label->isVisible())
+            smallest = std::min(smallest, 100 * QFontMetricsF(label->font()).capHeight() / screenHeight);
+    return smallest;
+}
+
+int legibility(frmTandrel &window)
+{
+    window.toggleAudience();
+    frmAudience *audience = window.audience();
+    settle(500);
+    const int h = audience->height();
+    std::printf("Audience screen %dx%d: capitals over the screen's height\n", audience->width(), h);
+    Ui::frmAudience *a = audience->ui();
+    for (const char *players : {"4", "10"}) {
+        window.ui()->cmbNumPlayers->setCurrentText(QString::fromLatin1(players));
+        window.ui()->SSTab1->setCurrentIndex(0);
+        window.clkNext_Click();
+        settle(300);
+        const double match = capitals({a->lblQuestion_0, a->lblQuestion_1}, h);
+        const QString line = a->lblQuestion_0->text() + " / " + a->lblQuestion_1->text();
+        window.ui()->SSTab1->setCurrentIndex(1);
+        window.clkNextPhrase_Click();
+        settle(300);
+        std::printf("  %2s players: match line %.1f %% (\"%s\"), phrase of %lld characters %.1f %%, names %.1f %%, "
+                    "scores %.1f %%\n",
+                    players, match, qPrintable(line), qlonglong(a->lblQuestion_0->text().size()),
+                    capitals({a->lblQuestion_0}, h), capitals({a->lblPlayer_0}, h), capitals({a->lblScore_0}, h));
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
+    if (argc > 1 && QByteArray(argv[1]) == "legibility") {
+        frmTandrel window;
+        window.Form_Load();
+        window.show();
+        return legibility(window);
+    }
     const int presses = argc > 1 ? std::atoi(argv[1]) : 1000;
     frmTandrel window;
     window.Form_Load();

@@ -62,3 +62,10 @@ cp build/bin/bench_screens "$next/"
 # Phrases of 280 characters or so, each its own (a number at both ends).
 awk 'BEGIN { for (i = 0; i < 2000; i++) { s = "Phrase " i " asks:"; while (length(s) < 220) s = s " the quick brown fox jumps over the lazy dog"; printf "%s and Blank ends %d.\r\n", s, i } }' > "$next/TandrelPhrases.txt"
 (cd "$next" && ./bench_screens 1000)
+echo "== Legibility of the audience screen at 1920x1080 (capitals over the screen's height)"
+legible="$out/legible"
+rm -rf "$legible" && mkdir -p "$legible"
+cp build/bin/bench_screens assets/TandrelLines.txt "$legible/"
+# Phrases of 300 characters once shown (the word Blank becomes a longer line).
+awk 'BEGIN { for (i = 0; i < 50; i++) { s = "Phrase " i " asks:"; while (length(s) < 280) s = s " the quick brown fox jumps over the lazy dog"; printf "%s and Blank ends.\r\n", substr(s, 1, 280) } }' > "$legible/TandrelPhrases.txt"
+(cd "$legible" && ./bench_screens legibility)

@@ -105,17 +105,34 @@ void frmAudience::showView(const audience::View &view)
 
 bool frmAudience::arrangeRows()
 {
-    // Stretches of the question's two rows and the players' row: the
-    // players get what the question does not use.
     using audience::Scene;
-    const bool twoHalves = m_view.scene == Scene::Question && m_view.question.size() > 1;
+    const bool question = m_view.scene == Scene::Question;
+    const int players = int(m_view.players.size());
+    // Under a question the players sit in two columns from the fourth on,
+    // and a long phrase keeps the room; a ranking reads down, five to a column.
+    const int columns = (question ? players > 3 : players > 5) ? 2 : 1;
+    const int rows = std::clamp((players + columns - 1) / columns, 2, 5);
+    // Stretches of the question's two rows and the players' row: in a
+    // ranking the players get what the question does not use; under a
+    // question they get their rows' height (fitFonts) and the question the rest.
+    const bool twoHalves = question && m_view.question.size() > 1;
     const int first = m_view.scene == Scene::Scoreboard ? 0 : 3, second = twoHalves ? 3 : 0;
-    const int players = m_view.scene == Scene::Question ? 3 : 9 - first - second;
-    const double share = double(players) / (1 + first + second + players);
+    const int rest = question ? 0 : 9 - first - second;
+    const double share = double(rest) / (1 + first + second + rest);
+    m_ui->layoutShow->setRowStretch(0, question ? 0 : 1);
     m_ui->layoutShow->setRowStretch(1, first);
     m_ui->layoutShow->setRowStretch(2, second);
-    m_ui->layoutShow->setRowStretch(3, players);
-    return std::exchange(m_playersShare, share) != share;
+    m_ui->layoutShow->setRowStretch(3, rest);
+    const bool changed = std::exchange(m_playersShare, share) != share || std::exchange(m_columns, columns) != columns
+                         || std::exchange(m_rows, rows) != rows || std::exchange(m_twoHalves, twoHalves) != twoHalves;
+    if (changed)
+        for (int i = 0; i < m_names.size(); ++i)
+            for (int part : {0, 1}) {
+                QLabel *label = (part ? m_scores : m_names)[i];
+                m_ui->layoutPlayers->removeWidget(label);
+                m_ui->layoutPlayers->addWidget(label, i % rows, i / rows * 3 + part);
+            }
+    return changed;
 }
 
 bool frmAudience::eventFilter(QObject *watched, QEvent *event)
@@ -172,22 +189,38 @@ void frmAudience::fitFonts()
     setPixels(m_ui->lblRound, h / 22, true);
     setPixels(m_ui->lblCount, m_view.clock == audience::Clock::TimeUp ? h / 18 : h / 6, true);
     m_ui->prgTime->setFixedHeight(std::max(h / 80, 2));
-    // Five rows to a column, each as tall as the players' part allows; a
-    // second column from the sixth player on.
-    const int rows = std::clamp(int(m_view.players.size()), 2, 5);
-    const bool twoColumns = m_view.players.size() > 5;
+    const bool twoColumns = m_columns == 2;
     m_ui->layoutPlayers->setColumnStretch(3, twoColumns ? 4 : 0);
     m_ui->layoutPlayers->setColumnStretch(4, twoColumns ? 1 : 0);
     m_ui->layoutPlayers->setColumnMinimumWidth(2, twoColumns ? margin : 0);
     m_ui->layoutPlayers->setVerticalSpacing(h / 120);
+    // Under a question, names as large as two rows allow, a little smaller
+    // for more; in a ranking, as tall as the players' part allows.
+    const int pixels = m_playersShare == 0 ? (m_rows <= 2 ? h / 14 : h / 16)
+                                           : std::min(h / 14, int(h * m_playersShare / m_rows) - h / 60);
+    // A ranking of few players has room to spare: rows stay bars, not blocks.
+    const int bar = m_playersShare == 0 ? pixels * 5 / 4 : pixels * 8 / 5;
     for (int i = 0; i < m_names.size(); ++i) {
-        const int pixels = std::min(h / 14, int(h * m_playersShare / rows) - h / 60);
         setPixels(m_names[i], pixels, true);
         setPixels(m_scores[i], pixels, true);
-        // A ranking of few players has room to spare: rows stay bars, not blocks.
-        m_names[i]->setMaximumHeight(pixels * 8 / 5);
-        m_scores[i]->setMaximumHeight(pixels * 8 / 5);
+        m_names[i]->setMaximumHeight(bar);
+        m_scores[i]->setMaximumHeight(bar);
     }
+    // Under a question, the players' rows and the question share the height
+    // exactly: a wrapped label asks for the room its font needs, and the
+    // last question's font must not push the players off the screen.
+    const bool question = m_playersShare == 0;
+    const int rowsHeight = m_rows * bar + (m_rows - 1) * (h / 120), gap = margin / 2;
+    const int status = m_ui->lblStatus->sizeHint().height();
+    m_ui->layoutShow->setRowMinimumHeight(0, status);
+    m_ui->layoutShow->setRowMinimumHeight(3, question ? rowsHeight : 0);
+    int room = h - margin / 2 - margin - status - gap - rowsHeight - gap;
+    if (m_view.clock == audience::Clock::Running)
+        room -= m_ui->prgTime->maximumHeight() + gap;
+    if (m_twoHalves)
+        room = (room - gap) / 2;
+    for (QLabel *label : m_questionLabels)
+        label->setMaximumHeight(question ? std::max(room, 8) : QWIDGETSIZE_MAX);
     fitQuestion();
 }
 

@@ -51,11 +51,14 @@ private:
     // Every text at a size the screen's height allows.
     void fitFonts();
     void fitQuestion();
-    // The rows' shares of the height for this scene; false when unchanged.
+    // The players' columns and rows and the rows' shares of the height for
+    // this scene; false when unchanged.
     bool arrangeRows();
     Ui::frmAudience *m_ui;
     QPointer<QScreen> m_screen;
     audience::View m_view;
-    double m_playersShare = 0.3;
+    double m_playersShare = 0.3;  // of the height, in a ranking; 0 under a question
+    int m_columns = 1, m_rows = 2;
+    bool m_twoHalves = false;
     QList<QLabel *> m_questionLabels, m_names, m_scores;
 };

@@ -197,13 +197,18 @@ private Q_SLOTS:
         QVERIFY(a->isFullScreen() && a->windowFlags().testFlag(Qt::FramelessWindowHint));  // no title bar for the room
         // A short question at its largest once the screen has its size.
         QTRY_COMPARE(a->ui()->lblQuestion_0->font().pointSizeF(), a->height() * frmAudience::QuestionPoints);
+        // A long phrase after it takes the room the ten players leave, never theirs.
+        g.fake.writeFile(PhraseFile, questionFile({"The Blank" + QStringLiteral(" lantern harbor").repeated(20)}));
+        g.play("c10 a6 S tab1");
+        QTRY_VERIFY(a->ui()->lblQuestion_0->geometry().bottom() < a->ui()->pnlPlayers->y()
+                    && a->ui()->pnlPlayers->geometry().bottom() < a->height() && a->ui()->lblPlayer_9->isVisible());
         Q_EMIT qApp->screenRemoved(a->shownOn());
         QVERIFY(!g.w().audienceOpen());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // closed, then gone: one record
         const QStringList once{"Loading Form frmAudience", "Unloading Form frmAudience"};
         QCOMPARE(g.fake.logTexts().filter("frmAudience"), once);
         g.play("N");  // the game goes on
-        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0 M1 P2"));
+        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0,0,0,0,0,0,0,0,0 M1 P2"));
         delete opened(g);  // gone without being closed: unloaded all the same
         QCOMPARE(g.fake.logTexts().filter("frmAudience"), once + once);
     }
