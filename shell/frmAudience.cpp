@@ -2,9 +2,12 @@
 #include "shell/BigText.h"
 #include "shell/ScreenFit.h"
 #include "ui_frmAudience.h"
+#include <QGraphicsColorizeEffect>
+#include <QGraphicsOpacityEffect>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QStyle>
+#include <QVariantAnimation>
 
 frmAudience::frmAudience(QWidget *main)
     : LoggedWindow(main, QStringLiteral("Form_Unload frmAudience")), m_ui(new Ui::frmAudience)
@@ -101,6 +104,45 @@ void frmAudience::showView(const audience::View &view)
         fitFonts();
     else if (before.question != view.question)
         fitQuestion();
+    // What changed in the same scene catches the room's eye.
+    if (!isVisible() || before.scene != view.scene || before.players.size() != view.players.size())
+        return;
+    for (int i = 0; i < view.players.size(); ++i) {
+        if (view.players[i].score != before.players[i].score)
+            animate(m_scores[i], true);
+        if (view.players[i].marked && !before.players[i].marked)
+            animate(m_names[i], false);
+    }
+    if (view.question != before.question)
+        for (QLabel *label : m_questionLabels)
+            animate(label, false);
+}
+
+void frmAudience::animate(QWidget *widget, bool flash)
+{
+    QGraphicsEffect *effect = flash ? static_cast<QGraphicsEffect *>(new QGraphicsColorizeEffect)
+                                    : new QGraphicsOpacityEffect;
+    auto *animation = new QVariantAnimation(effect);
+    animation->setDuration(AnimationMs);
+    animation->setStartValue(flash ? 1.0 : 0.25);
+    animation->setEndValue(flash ? 0.0 : 1.0);
+    const auto step = [effect, flash](const QVariant &value) {
+        if (flash)
+            static_cast<QGraphicsColorizeEffect *>(effect)->setStrength(value.toReal());
+        else
+            static_cast<QGraphicsOpacityEffect *>(effect)->setOpacity(value.toReal());
+    };
+    if (flash)
+        static_cast<QGraphicsColorizeEffect *>(effect)->setColor(QColor(255, 190, 0));
+    step(animation->startValue());
+    connect(animation, &QVariantAnimation::valueChanged, effect, step);
+    // Done, the label paints itself again, without the effect's detour.
+    connect(animation, &QVariantAnimation::finished, widget, [widget, effect] {
+        if (widget->graphicsEffect() == effect)
+            widget->setGraphicsEffect(nullptr);
+    });
+    widget->setGraphicsEffect(effect);  // ends one still running
+    animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 bool frmAudience::arrangeRows()

@@ -31,6 +31,8 @@ public:
     const audience::View &view() const { return m_view; }
     // A question's largest size in points, per pixel of the screen's height.
     static constexpr double QuestionPoints = 0.09;
+    // A point flashes, the turn and a new question fade in, this long.
+    static constexpr int AnimationMs = 200;
 
     // Black, or the game again ("B" and "." of a clicker).
     void toggleBlank();
@@ -54,6 +56,7 @@ private:
     // The players' columns and rows and the rows' shares of the height for
     // this scene; false when unchanged.
     bool arrangeRows();
+    void animate(QWidget *widget, bool flash);
     Ui::frmAudience *m_ui;
     QPointer<QScreen> m_screen;
     audience::View m_view;

@@ -138,6 +138,24 @@ private Q_SLOTS:
         }
     }
 
+    void changesCatchTheEyeBriefly_data()
+    {
+        QTest::addColumn<QString>("row");  // a script, then the label it changes
+        QTest::newRow("a point flashes") << "u1 lblScore_1";
+        QTest::newRow("the turn fades in") << "k1 lblPlayer_1";
+        QTest::newRow("a new question fades in") << "n lblQuestion_0";
+    }
+    void changesCatchTheEyeBriefly()
+    {
+        QFETCH(QString, row);
+        GameWindow g;
+        QVERIFY(opened(g));
+        g.play(row.section(' ', 0, 0));
+        const QWidget *changed = g.w().audience()->findChild<QWidget *>(row.section(' ', 1));
+        QVERIFY(changed->graphicsEffect());
+        QTRY_VERIFY_WITH_TIMEOUT(!changed->graphicsEffect(), 300);  // 250 ms at most, and a frame
+    }
+
     void bigTextLooksAsTheLabelDraws_data()
     {
         QTest::addColumn<QString>("text");
