@@ -165,8 +165,11 @@ bool frmAudience::arrangeRows()
     m_ui->layoutShow->setRowStretch(1, first);
     m_ui->layoutShow->setRowStretch(2, second);
     m_ui->layoutShow->setRowStretch(3, rest);
-    const bool changed = std::exchange(m_playersShare, share) != share || std::exchange(m_columns, columns) != columns
-                         || std::exchange(m_rows, rows) != rows || std::exchange(m_twoHalves, twoHalves) != twoHalves;
+    const bool changed = share != m_playersShare || columns != m_columns || rows != m_rows || twoHalves != m_twoHalves;
+    m_playersShare = share;
+    m_columns = columns;
+    m_rows = rows;
+    m_twoHalves = twoHalves;
     if (changed)
         for (int i = 0; i < m_names.size(); ++i)
             for (int part : {0, 1}) {
