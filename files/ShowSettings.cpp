@@ -1,5 +1,6 @@
 #include "files/ShowSettings.h"
 #include "ui_frmShow.h"
+#include <QPushButton>
 #include <QSettings>
 
 namespace show {
@@ -32,6 +33,9 @@ frmShow::frmShow(QWidget *parent, const show::Settings &now, const QList<platfor
     : QDialog(parent), m_ui(new Ui::frmShow)
 {
     m_ui->setupUi(this);
+    // The program's style sheet keeps the window's font from the box's buttons.
+    for (QAbstractButton *button : m_ui->btnBox->buttons())
+        button->setFont(font());
     m_ui->cboOutput->addItem(tr("The default output"), QByteArray());
     for (const platform::AudioOutput &output : outputs)
         m_ui->cboOutput->addItem(output.name, output.id);

@@ -70,10 +70,24 @@ void drawArrow(QPainter *painter, const QRect &room, Qt::ArrowType way, const QC
 int Style::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
 {
     const int base = QProxyStyle::pixelMetric(metric, option, widget);
-    const bool indicator = metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight
-                           || metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
-    // As tall as a capital and a half of the control's text.
-    return indicator && widget && big(widget->rect()) ? std::max(base, widget->fontMetrics().capHeight() * 3 / 2) : base;
+    // Text of a size only a window shown big has (the font, not the
+    // control's size, decides: a control's size follows these metrics).
+    if (!widget || widget->fontMetrics().height() < BigPixels * 3 / 4)
+        return base;
+    switch (metric) {
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:  // as tall as a capital and a half of the text
+        return std::max(base, widget->fontMetrics().capHeight() * 3 / 2);
+    case PM_TabBarTabHSpace:
+    case PM_TabBarTabVSpace:
+    case PM_ButtonIconSize:
+    case PM_SmallIconSize:  // a tab's margins and a button's icon grow with the text
+        return base * widget->fontMetrics().height() / (BigPixels / 2);
+    default:
+        return base;
+    }
 }
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const

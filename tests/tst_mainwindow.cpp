@@ -302,7 +302,7 @@ private Q_SLOTS:
         const auto mark = [&](QStyle *style) {  // the mark's height in pixels, and the picture
             QRadioButton option;
             option.resize(size);
-            option.setFont(QFont(option.font().family(), size.height() / 3));
+            option.setFont(QFont(option.font().family(), size.height() / 2));
             QImage image(size, QImage::Format_RGB32);
             image.fill(Qt::white);
             QPainter painter(&image);
