@@ -241,10 +241,11 @@ void frmAudience::fitFonts()
     m_ui->layoutPlayers->setVerticalSpacing(h / 120);
     // Under a question, names as large as two rows allow, a little smaller
     // for more; in a ranking, as tall as the players' part allows.
-    const int pixels = m_playersShare == 0 ? (m_rows <= 2 ? h / 14 : h / 16)
-                                           : std::min(h / 14, int(h * m_playersShare / m_rows) - h / 60);
+    const bool question = m_playersShare == 0;
+    const int pixels = question ? (m_rows <= 2 ? h / 14 : h / 16)
+                                : std::min(h / 14, int(h * m_playersShare / m_rows) - h / 60);
     // A ranking of few players has room to spare: rows stay bars, not blocks.
-    const int bar = m_playersShare == 0 ? pixels * 5 / 4 : pixels * 8 / 5;
+    const int bar = question ? pixels * 5 / 4 : pixels * 8 / 5;
     for (int i = 0; i < m_names.size(); ++i) {
         setPixels(m_names[i], pixels, true);
         setPixels(m_scores[i], pixels, true);
@@ -254,7 +255,6 @@ void frmAudience::fitFonts()
     // Under a question, the players' rows and the question share the height
     // exactly: a wrapped label asks for the room its font needs, and the
     // last question's font must not push the players off the screen.
-    const bool question = m_playersShare == 0;
     const int rowsHeight = m_rows * bar + (m_rows - 1) * (h / 120), gap = margin / 2;
     const int status = m_ui->lblStatus->sizeHint().height();
     m_ui->layoutShow->setRowMinimumHeight(0, status);

@@ -70,7 +70,14 @@ frmTandrel::frmTandrel(QWidget *parent)
     platform::registerLoadedWindow(this);
 }
 
-frmTandrel::~frmTandrel() = default;
+frmTandrel::~frmTandrel()
+{
+    // The controls outlive this window's members while it goes, and a name
+    // box losing the focus then still reports it: nothing they say may
+    // reach a window half gone.
+    for (QObject *control : findChildren<QObject *>())
+        QObject::disconnect(control, nullptr, this, nullptr);
+}
 
 void frmTandrel::selectOption(QRadioButton *option)
 {

@@ -31,7 +31,9 @@ window() {  # the id of the first visible window so named, waiting up to 10 s
   done
 }
 server() {  # waits for the display in DISPLAY, then starts the window manager on it
-  for _ in $(seq 100); do xrandr --listmonitors > /dev/null 2>&1 && break; sleep 0.1; done
+  local up=""
+  for _ in $(seq 100); do xrandr --listmonitors > /dev/null 2>&1 && { up=yes; break; }; sleep 0.1; done
+  [ -n "$up" ] || return 1
   openbox > /dev/null 2>&1 &
   pids+=($!)
   sleep 0.5
@@ -86,11 +88,15 @@ CONF
   export DISPLAY=$(free_display)
   /usr/lib/xorg/Xorg "$DISPLAY" -config "$work/xorg.conf" -noreset -nolisten tcp -logfile "$work/xorg.log" > /dev/null 2>&1 &
   pids+=($!)
-  server
-  xrandr --fb 3200x1080
-  xrandr --setmonitor projector 1920/508x1080/286+1280+0 none
-  xrandr --setmonitor laptop 1280/338x800/211+0+0 DUMMY0 > /dev/null
-  play
+  if server; then
+    xrandr --fb 3200x1080
+    xrandr --setmonitor projector 1920/508x1080/286+1280+0 none
+    xrandr --setmonitor laptop 1280/338x800/211+0+0 DUMMY0 > /dev/null
+    play
+  else
+    echo "focus: Xorg did not start here (see its log below); one X screen with two monitors left out"
+    tail -5 "$work/xorg.log" 2>/dev/null || true
+  fi
 else
   echo "focus: one X screen with two monitors needs Xorg as root; left out"
 fi
@@ -99,5 +105,5 @@ where="two X screens"
 export DISPLAY=$(free_display)
 Xvfb "$DISPLAY" -screen 0 1280x800x24 -screen 1 1920x1080x24 -noreset > /dev/null 2>&1 &
 pids+=($!)
-server
+server || fail "Xvfb did not start"
 play
