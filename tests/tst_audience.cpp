@@ -4,6 +4,7 @@
 #include "GameWindow.h"
 #include "TestMain.h"
 #include "shell/BigText.h"
+#include "shell/ScreenFit.h"
 #include "shell/frmAudience.h"
 #include "ui_frmAudience.h"
 #include <QScreen>
@@ -216,16 +217,19 @@ private Q_SLOTS:
         // A short question at its largest once the screen has its size.
         QTRY_COMPARE(a->ui()->lblQuestion_0->font().pointSizeF(), a->height() * frmAudience::QuestionPoints);
         // A long phrase after it takes the room the ten players leave, never theirs.
-        g.fake.writeFile(PhraseFile, questionFile({"The Blank" + QStringLiteral(" lantern harbor").repeated(20)}));
-        g.play("c10 a6 S tab1");
+        g.fake.writeFile(PhraseFile, questionFile({"The Blank" + QStringLiteral(" lantern harbor").repeated(20), "Short Blank"}));
+        g.play("c10 a6 S tab1 N");
         QTRY_VERIFY(a->ui()->lblQuestion_0->geometry().bottom() < a->ui()->pnlPlayers->y() && a->ui()->pnlPlayers->geometry().bottom() < a->height());
+        const QFont shown = a->ui()->lblQuestion_0->font();  // each phrase fitted anew in the same room
+        screenfit::fitText(a->ui()->lblQuestion_0, a->height() * frmAudience::QuestionPoints);
+        QCOMPARE(a->ui()->lblQuestion_0->font(), shown);
         Q_EMIT qApp->screenRemoved(a->shownOn());
         QVERIFY(!g.w().audienceOpen());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // closed, then gone: one record
         const QStringList once{"Loading Form frmAudience", "Unloading Form frmAudience"};
         QCOMPARE(g.fake.logTexts().filter("frmAudience"), once);
         g.play("N");  // the game goes on
-        QCOMPARE(g.state(), QStringLiteral("R1 T1 0,0,0,0,0,0,0,0,0,0 M1 P2"));
+        QCOMPARE(g.state(), QStringLiteral("R1 T2 0,0,0,0,0,0,0,0,0,0 M1 P1"));
         frmAudience *again = opened(g);
         QTRY_VERIFY(again->ui()->lblScore_9->width() > 0);  // opened on a game of ten: their second column too
         delete again;  // gone without being closed: unloaded all the same

@@ -128,7 +128,7 @@ struct Lines { Kind kind; QStringList lines, entries; };
 struct Play { int matches, phrases; QString script, state; QStringList seen; int counts; };
 // A script (from the program's start), the tab in front, the countdown (empty: timer off), the scoreboard asked
 // for, and the room's view: scene, status, question, headline, players (* marked), count.
-struct Room { QString script; Kind kind; QString count; bool scoreboard; QString view; };
+struct Room { QString script; Kind kind; QString count; bool scoreboard; QString view; int length = 30; };
 // A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
 // players' calls, and whether it runs at the end.
 struct Ticks { int length; QString sound, script; QStringList shown, calls; bool running = false; };
@@ -316,6 +316,7 @@ private Q_SLOTS:
         row("a match in halves, its number and round, never the deck's size; the share left", {"S s n", m, "12", false, "Q|Match 2 · Round 1|2/" + U19 + "||" + two + "|12 40%"});
         row("the phrase tab's own deck", {"S s N N", p, "30", false, "Q|Phrase 3 · Round 2|3||Player 1 0*,Player 2 0|30 100%"});
         row("time up until the next question", {"S s n", m, "0", false, "Q|Match 2 · Round 1|2/" + U19 + "||" + two + "|Time's up! up"});
+        row("a countdown of no length: no count", {"S s n", m, "0", false, "Q|Match 2 · Round 1|2/" + U19 + "||" + two + "|-", 0});
         row("nothing dealt: no question, no count", {"-p S", p, "30", false, "Q|Round 1|||Player 1 0*,Player 2 0|-"});
         row("names once finished, blank or the default: Player N; timer off", {"S s c4 @0:Ann ~1:Bob @2: @3:Name", m, "", false, "Q|Match 1 · Round 1|1/" + U19 + "||Ann 0*,Player 2 0,Player 3 0,Player 4 0|-"});
         row("scoreboard: best first, equal scores in row order", {"S s c3 =1:3 =2:3 =0:1 n", m, "30", true, "S|Match 2 · Round 1|||Player 2 3*,Player 3 3,Player 1 1|30 100%"});
@@ -326,7 +327,7 @@ private Q_SLOTS:
     {
         QFETCH(Room, row);
         Script t;
-        t.moment = {row.kind, !row.count.isEmpty(), row.count, 30, nullptr, row.scoreboard};
+        t.moment = {row.kind, !row.count.isEmpty(), row.count, qint16(row.length), nullptr, row.scoreboard};
         t.play(row.script);
         const audience::View v = QString("WT").contains(row.view[0]) ? t.endView : audience::viewOf(t.g, t.moment);
         QStringList players;
