@@ -216,6 +216,7 @@ private Q_SLOTS:
         QVERIFY(a->isFullScreen() && a->windowFlags().testFlag(Qt::FramelessWindowHint));  // no title bar for the room
         // A short question at its largest once the screen has its size.
         QTRY_COMPARE(a->ui()->lblQuestion_0->font().pointSizeF(), a->height() * frmAudience::QuestionPoints);
+        QCOMPARE(a->ui()->lblRound->font().pixelSize(), a->ui()->lblStatus->font().pixelSize());  // "Winner!" as large as the status
         // A long phrase after it takes the room the ten players leave, never theirs.
         g.fake.writeFile(PhraseFile, questionFile({"The Blank" + QStringLiteral(" lantern harbor").repeated(20), "Short Blank"}));
         g.play("c10 a6 S tab1 N");
