@@ -6,7 +6,7 @@ namespace audience {
 QString roomName(const game::Game &game, int row)
 {
     const QString name = game.finishedName(row).trimmed();
-    return name.isEmpty() || name == QLatin1String("Name") ? QStringLiteral("Player %1").arg(row + 1) : name;
+    return name.isEmpty() || name == game::DefaultName ? QStringLiteral("Player %1").arg(row + 1) : name;
 }
 
 View viewOf(const game::Game &game, const Moment &moment)
@@ -32,7 +32,7 @@ View viewOf(const game::Game &game, const Moment &moment)
         }
         view.headline = end->won() ? QStringLiteral("%1 wins with %2!").arg(names[0]).arg(end->best)
                                    : QStringLiteral("%1 tie at %2: another round?")
-                                         .arg(names.mid(0, names.size() - 1).join(QStringLiteral(", ")) + " and " + names.last())
+                                         .arg(names.first(names.size() - 1).join(QStringLiteral(", ")) + " and " + names.last())
                                          .arg(end->best);
     } else if (moment.scoreboard) {
         view.scene = Scene::Scoreboard;

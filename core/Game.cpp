@@ -32,7 +32,7 @@ void Deck::previous()
 
 Game::Game()
 {
-    m_names.fill(QStringLiteral("Name"));
+    m_names.fill(DefaultName);
     m_finishedNames = m_names;
 }
 

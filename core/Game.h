@@ -15,6 +15,8 @@
 namespace game {
 
 constexpr int MaxPlayers = 10;
+// What a row's name box holds until the host types over it.
+inline const QString DefaultName = QStringLiteral("Name");
 
 enum class Direction { Forward, Back };
 

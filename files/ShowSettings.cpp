@@ -36,12 +36,16 @@ frmShow::frmShow(QWidget *parent, const show::Settings &now, const QList<platfor
     // The program's style sheet keeps the window's font from the box's buttons.
     for (QAbstractButton *button : m_ui->btnBox->buttons())
         button->setFont(font());
-    m_ui->cboOutput->addItem(tr("The default output"), QByteArray());
+    const auto add = [this](const QString &shown, const QByteArray &id, const QString &name) {
+        m_ui->cboOutput->addItem(shown, id);
+        m_ui->cboOutput->setItemData(m_ui->cboOutput->count() - 1, name, NameRole);
+    };
+    add(tr("The default output"), {}, {});
     for (const platform::AudioOutput &output : outputs)
-        m_ui->cboOutput->addItem(output.name, output.id);
+        add(output.name, output.id, output.name);
     int at = m_ui->cboOutput->findData(now.output);
     if (at < 0) {  // chosen once, unplugged now: still the choice
-        m_ui->cboOutput->addItem(tr("%1 (not plugged in)").arg(now.outputName), now.output);
+        add(tr("%1 (not plugged in)").arg(now.outputName), now.output, now.outputName);
         at = m_ui->cboOutput->count() - 1;
     }
     m_ui->cboOutput->setCurrentIndex(at);
@@ -55,8 +59,6 @@ frmShow::~frmShow()
 
 show::Settings frmShow::chosen() const
 {
-    const QByteArray id = m_ui->cboOutput->currentData().toByteArray();
-    QString name = m_ui->cboOutput->currentText();
-    name.remove(tr(" (not plugged in)"));
-    return {id, id.isEmpty() ? QString() : name, m_ui->chkArrowKeys->isChecked()};
+    return {m_ui->cboOutput->currentData().toByteArray(), m_ui->cboOutput->currentData(NameRole).toString(),
+            m_ui->chkArrowKeys->isChecked()};
 }

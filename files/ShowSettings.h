@@ -34,5 +34,6 @@ public:
     show::Settings chosen() const;
 
 private:
+    static constexpr int NameRole = Qt::UserRole + 1;  // an output's name, without the window's words
     Ui::frmShow *m_ui;
 };

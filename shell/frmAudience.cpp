@@ -241,7 +241,7 @@ void frmAudience::fitFonts()
     m_ui->layoutPlayers->setVerticalSpacing(h / 120);
     // Under a question, names as large as two rows allow, a little smaller
     // for more; in a ranking, as tall as the players' part allows.
-    const bool question = m_playersShare == 0;
+    const bool question = m_view.scene == audience::Scene::Question;
     const int pixels = question ? (m_rows <= 2 ? h / 14 : h / 16)
                                 : std::min(h / 14, int(h * m_playersShare / m_rows) - h / 60);
     // A ranking of few players has room to spare: rows stay bars, not blocks.

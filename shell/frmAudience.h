@@ -60,7 +60,7 @@ private:
     Ui::frmAudience *m_ui;
     QPointer<QScreen> m_screen;
     audience::View m_view;
-    double m_playersShare = 0.3;  // of the height, in a ranking; 0 under a question
+    double m_playersShare = 0.3;  // of the height, in a ranking
     int m_columns = 1, m_rows = 2;
     bool m_twoHalves = false;
     QList<QLabel *> m_questionLabels, m_names, m_scores;

@@ -213,6 +213,8 @@ private:
 
     std::array<QWidget *, 4> rowWidgets(int row) const;
     bool keyMarksList(qint16 &keyCode);
+    // With a clicker that sends arrows, Right and Down page forward, Left and Up back.
+    qint16 clickerCode(qint16 keyCode) const;
     bool undoKeyedChange(bool &keyed, bool &restoring, QComboBox *list, const QString &before);
     bool listKeyPress(QObject *list, QKeyEvent *event);
     void applySettings(const config::Choices &choices);
@@ -238,8 +240,6 @@ private:
     // While the end-of-game dialog is up, the room sees its news.
     const game::TurnChange *m_endShown = nullptr;
     show::Settings m_show;
-    // With a clicker that sends arrows, Right and Down page forward, Left and Up back.
-    qint16 clickerCode(qint16 keyCode) const;
     bool m_scoreboard = false;  // S: the ranking over the question, until the next one
     // Controls whose keys go to PageUpDown, with the name of their handler.
     QHash<QObject *, QString> m_keyHandlers;
