@@ -30,6 +30,33 @@ void Deck::previous()
         m_position = qint16(m_entries.size());
 }
 
+void Deck::restore(const QStringList &entries, qint16 position)
+{
+    deal(entries);
+    m_position = position;
+}
+
+// Opened by each public change; the outermost one, as it closes, keeps the
+// step (or, after a new game, only tells).
+class Game::Recording {
+public:
+    explicit Recording(Game &game) : m_game(game)
+    {
+        if (m_game.m_depth++ == 0)
+            m_game.m_before = m_game.numbers();
+    }
+    ~Recording()
+    {
+        if (--m_game.m_depth == 0)
+            m_game.record();
+    }
+    Recording(const Recording &) = delete;
+    Recording &operator=(const Recording &) = delete;
+
+private:
+    Game &m_game;
+};
+
 Game::Game()
 {
     m_names.fill(DefaultName);
@@ -38,12 +65,26 @@ Game::Game()
 
 void Game::setPlayerCount(int count)
 {
+    Recording step(*this);
     m_playerCount = count;
     m_current = 0;
 }
 
+void Game::setScoreToWin(qint16 target)
+{
+    Recording step(*this);
+    m_scoreToWin = target;
+}
+
+void Game::giveTurn(int row)
+{
+    Recording step(*this);
+    m_current = qint16(row);
+}
+
 bool Game::scoreUp(int row)
 {
+    Recording step(*this);
     qint16 &score = m_scores[size_t(row)];
     // Scores are 16-bit numbers: the two decks together count as 32,767 at
     // most, so the top score is one a 16-bit number holds.
@@ -58,6 +99,7 @@ bool Game::scoreUp(int row)
 
 bool Game::scoreDown(int row)
 {
+    Recording step(*this);
     qint16 &score = m_scores[size_t(row)];
     if (score - 1 < 0)
         return false;
@@ -96,10 +138,13 @@ void Game::newGame()
     m_scores.fill(0);
     m_round = 1;
     m_current = 0;
+    forgetHistory();
+    m_newGameInside = m_depth > 0;
 }
 
 Outcome Game::start(Kind kind, Table &table)
 {
+    Recording step(*this);
     // The match tab restarts the count as soon as Start is pressed, the
     // phrase tab only once a phrase is shown.
     if (kind == Kind::Match)
@@ -130,6 +175,7 @@ Outcome Game::start(Kind kind, Table &table)
 
 Outcome Game::next(Kind kind, Table &table)
 {
+    Recording step(*this);
     Deck &d = deck(kind);
     if (!d.shown())
         return Outcome::Nothing;
@@ -162,6 +208,7 @@ Outcome Game::next(Kind kind, Table &table)
 
 Outcome Game::previous(Kind kind, Table &table)
 {
+    Recording step(*this);
     Deck &d = deck(kind);
     if (!d.shown())
         return Outcome::Nothing;
@@ -174,6 +221,7 @@ Outcome Game::previous(Kind kind, Table &table)
 
 TurnChange Game::changePlayer(Direction direction, Table &table)
 {
+    Recording step(*this);
     const TurnChange change = moveTurn(direction);
     table.showPlayers();  // before any dialog
     if (change.winners.isEmpty())
@@ -193,6 +241,130 @@ void Game::endGame(Table &table)
     table.runStart(Kind::Match);
     table.runStart(Kind::Phrase);
     m_decksRestarted = true;
+}
+
+Game::Numbers Game::numbers() const
+{
+    Numbers n{};
+    std::copy(m_scores.begin(), m_scores.end(), n.begin());
+    n[PlayerCount] = qint16(m_playerCount);
+    n[ScoreToWin] = m_scoreToWin;
+    n[Current] = m_current;
+    n[Round] = m_round;
+    n[AnotherRound] = m_anotherRound;
+    n[DecksRestarted] = m_decksRestarted;
+    n[MatchAt] = m_decks[0].position();
+    n[PhraseAt] = m_decks[1].position();
+    return n;
+}
+
+void Game::setNumbers(const Numbers &n)
+{
+    std::copy(n.begin(), n.begin() + MaxPlayers, m_scores.begin());
+    m_playerCount = n[PlayerCount];
+    m_scoreToWin = n[ScoreToWin];
+    m_current = n[Current];
+    m_round = n[Round];
+    m_anotherRound = n[AnotherRound];
+    m_decksRestarted = n[DecksRestarted];
+    // Within one game the decks keep their entries: only the place moves.
+    for (int k : {0, 1})
+        if (m_decks[size_t(k)].shown())
+            m_decks[size_t(k)].restore(m_decks[size_t(k)].entries(), n[size_t(MatchAt + k)]);
+}
+
+void Game::record()
+{
+    if (std::exchange(m_newGameInside, false)) {
+        tell();
+        return;
+    }
+    const Numbers after = numbers();
+    Step step;
+    for (size_t i = 0; i < after.size(); ++i)
+        if (after[i] != m_before[i])
+            step.push_back({quint8(i), m_before[i], after[i]});
+    if (step.empty())
+        return;
+    step.shrink_to_fit();
+    m_done.push_back(std::move(step));
+    m_undone.clear();
+    tell();
+}
+
+bool Game::replay(std::vector<Step> &from, std::vector<Step> &to, qint16 Change::*value)
+{
+    if (from.empty())
+        return false;
+    Numbers n = numbers();
+    for (const Change &c : from.back())
+        n[c.slot] = c.*value;
+    setNumbers(n);
+    to.push_back(std::move(from.back()));
+    from.pop_back();
+    tell();
+    return true;
+}
+
+bool Game::undo()
+{
+    return replay(m_done, m_undone, &Change::before);
+}
+
+bool Game::redo()
+{
+    return replay(m_undone, m_done, &Change::after);
+}
+
+void Game::forgetHistory()
+{
+    m_done = {};
+    m_undone = {};
+}
+
+void Game::tell() const
+{
+    if (changed)
+        changed();
+}
+
+bool Game::Snapshot::started() const
+{
+    return round > 1 || current != 0 || std::any_of(scores.begin(), scores.end(), [](qint16 s) { return s != 0; })
+           || std::any_of(positions.begin(), positions.end(), [](qint16 p) { return p > 1; })
+           || std::any_of(names.begin(), names.end(), [](const QString &n) { return n != DefaultName; });
+}
+
+Game::Snapshot Game::snapshot() const
+{
+    Snapshot s;
+    s.names = m_finishedNames;
+    s.scores = m_scores;
+    s.playerCount = m_playerCount;
+    s.scoreToWin = m_scoreToWin;
+    s.current = m_current;
+    s.round = m_round;
+    for (size_t k : {0u, 1u}) {
+        s.decks[k] = m_decks[k].entries();
+        s.positions[k] = m_decks[k].shown() ? m_decks[k].position() : 0;
+    }
+    return s;
+}
+
+void Game::restore(const Snapshot &kept)
+{
+    m_names = m_finishedNames = kept.names;
+    m_scores = kept.scores;
+    m_playerCount = kept.playerCount;
+    m_scoreToWin = kept.scoreToWin;
+    m_current = kept.current;
+    m_round = kept.round;
+    m_anotherRound = m_decksRestarted = false;
+    for (size_t k : {0u, 1u})
+        if (!kept.decks[k].isEmpty())
+            m_decks[k].restore(kept.decks[k], kept.positions[k]);
+    forgetHistory();
+    tell();
 }
 
 QString winnerMessage(const QString &name, qint16 score)

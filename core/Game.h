@@ -10,7 +10,9 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace game {
 
@@ -83,6 +85,9 @@ public:
     bool inProgress() const { return m_inProgress; }
 
     void deal(const QStringList &entries);
+    // A deck brought back as it was: the same entries, the same place.
+    void restore(const QStringList &entries, qint16 position);
+    const QStringList &entries() const { return m_entries; }
     // One step, wrapping round at both ends.
     void next();
     void previous();
@@ -108,7 +113,7 @@ public:
     void setPlayerCount(int count);
     bool inPlay(int row) const { return row < m_playerCount; }
     qint16 scoreToWin() const { return m_scoreToWin; }
-    void setScoreToWin(qint16 target) { m_scoreToWin = target; }
+    void setScoreToWin(qint16 target);
     const QString &name(int row) const { return m_names[size_t(row)]; }
     void setName(int row, const QString &name) { m_names[size_t(row)] = name; }
     // The name as the host finished typing it (the room never sees one half typed).
@@ -124,7 +129,7 @@ public:
     // ---- Turn and rounds ---------------------------------------------------
     qint16 currentPlayer() const { return m_current; }
     qint16 round() const { return m_round; }
-    void giveTurn(int row) { m_current = qint16(row); }
+    void giveTurn(int row);
     // Forward past the last player ends a round and decides the game; back
     // from row 0 goes to the last player and never changes the round.
     TurnChange moveTurn(Direction direction);
@@ -148,9 +153,56 @@ public:
     Deck &deck(questions::Kind kind) { return m_decks[size_t(kind)]; }
     const Deck &deck(questions::Kind kind) const { return m_decks[size_t(kind)]; }
 
+    // ---- Undo ----------------------------------------------------------------
+    // Every change the host makes (a point, a turn given, the players or the
+    // target chosen, a next or a previous question, with all it set off) is
+    // one step back. A step keeps only the numbers it changed, so a long
+    // evening's history stays small. A new game ends the history.
+    bool undo();
+    bool redo();
+    bool canUndo() const { return !m_done.empty(); }
+    void forgetHistory();
+    // Told after each change, undo and redo, and after a new game.
+    std::function<void()> changed;
+
+    // ---- The game as a whole, to keep and bring back -------------------------
+    struct Snapshot {
+        std::array<QString, MaxPlayers> names;
+        std::array<qint16, MaxPlayers> scores{};
+        int playerCount = 2;
+        qint16 scoreToWin = 10, current = 0, round = 1;
+        std::array<QStringList, 2> decks;  // empty: never dealt
+        std::array<qint16, 2> positions{};
+        // Anything worth bringing back: a score, a turn, a question on, a name.
+        bool started() const;
+    };
+    Snapshot snapshot() const;
+    // Puts a kept game in place of this one; the history ends there.
+    void restore(const Snapshot &kept);
+
 private:
     void newGame();
     void endGame(Table &table);
+
+    // The numbers a step changes, by slot: the scores, then these.
+    enum Slot { PlayerCount = MaxPlayers, ScoreToWin, Current, Round, AnotherRound, DecksRestarted, MatchAt, PhraseAt, SlotCount };
+    using Numbers = std::array<qint16, SlotCount>;
+    Numbers numbers() const;
+    void setNumbers(const Numbers &n);
+    struct Change {
+        quint8 slot;
+        qint16 before, after;
+    };
+    using Step = std::vector<Change>;
+    // Each public change is one step, however deeply it nests others.
+    class Recording;
+    void record();
+    bool replay(std::vector<Step> &from, std::vector<Step> &to, qint16 Change::*value);
+    void tell() const;
+    int m_depth = 0;
+    Numbers m_before{};
+    bool m_newGameInside = false;
+    std::vector<Step> m_done, m_undone;
 
     std::array<QString, MaxPlayers> m_names, m_finishedNames;
     std::array<qint16, MaxPlayers> m_scores{};

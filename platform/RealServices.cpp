@@ -5,6 +5,7 @@
 #include <QAudioDevice>
 #include <QAudioOutput>
 #include <QDesktopServices>
+#include <QStandardPaths>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
@@ -66,6 +67,8 @@ public:
 class QtAppObject final : public AppObject {
 public:
     QString programDir() const override { return QCoreApplication::applicationDirPath(); }
+    // ~/.local/share/Tandrel, or where XDG_DATA_HOME says.
+    QString dataDir() const override { return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation); }
 
     QString exeName() const override
     {

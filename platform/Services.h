@@ -48,6 +48,9 @@ public:
     virtual ~AppObject() = default;
     // The folder that holds the program and all its files (no trailing separator).
     virtual QString programDir() const = 0;
+    // The user's data folder for this program (empty: none), where what
+    // belongs to the user rather than to the program folder is kept.
+    virtual QString dataDir() const = 0;
     // The executable's file name without its extension.
     virtual QString exeName() const = 0;
     virtual Version version() const = 0;

@@ -206,8 +206,13 @@ void frmAudience::keyPressEvent(QKeyEvent *event)
         close();
     else if (key == Qt::Key_B || key == Qt::Key_Period)
         toggleBlank();
-    else
-        Q_EMIT hostKey(int(event->modifiers() & Qt::KeypadModifier) | key);
+    else {
+        // Shift counts only beside Ctrl (Ctrl+Shift+Z): "+" often needs it.
+        const Qt::KeyboardModifiers mods = event->modifiers();
+        const Qt::KeyboardModifiers kept = (mods & Qt::KeypadModifier)
+                                           | (mods & Qt::ControlModifier ? mods & (Qt::ControlModifier | Qt::ShiftModifier) : Qt::NoModifier);
+        Q_EMIT hostKey(int(kept) | key);
+    }
 }
 
 void frmAudience::resizeEvent(QResizeEvent *event)

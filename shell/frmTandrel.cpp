@@ -64,6 +64,7 @@ frmTandrel::frmTandrel(QWidget *parent)
     connectPanel();
     connectSettings();
     connectLinks();
+    connectKept();
     // Ctrl+Q ends the program as the close box does, exit question included.
     connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
     connectBig();
@@ -154,6 +155,7 @@ void frmTandrel::Form_Load()
             m_sound->stopMusic();
         },
         [&] { readInConfigFile(); },
+        [&] { openJournal(); },
     });
 }
 

@@ -9,6 +9,7 @@
 //   frmTandrelSettings.cpp  countdown, sound, the configuration file and dialog
 //   frmTandrelLinks.cpp     editors, backups, rules, About and web pages
 //   frmTandrelBig.cpp       full screen and the audience screen
+//   frmTandrelKept.cpp      the game kept as it is played, brought back, undone
 //
 // The controls keep the names the program has always given them; by prefix,
 // clk is a button, txt a text box, lbl a label, cmb a list, opt an option,
@@ -28,6 +29,7 @@
 //   rtb1                 (the editors and the rules viewer) their text box
 #include "core/Game.h"
 #include "files/ConfigFile.h"
+#include "files/Journal.h"
 #include "files/ShowSettings.h"
 #include "shell/frmAudience.h"
 #include <QHash>
@@ -158,6 +160,17 @@ public:
     // What the room sees now, whether the audience screen is open or not.
     audience::View audienceView() const;
 
+    // ---- The game kept, brought back and undone ------------------------------
+    // Ctrl+R: the last game played from this program folder, as it was left.
+    void resumeLastGame();
+    // Ctrl+Z undoes the last change to the game; Ctrl+Shift+Z redoes it.
+    void undoChange();
+    void redoChange();
+    // What keeps the game as it is played; null when nothing can.
+    journal::Writer *journal() const { return m_journal.get(); }
+    // The quiet notice on the host's window, while it shows.
+    QString notice() const;
+
 protected:
     void closeEvent(QCloseEvent *event) override;  // Form_Unload
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -179,6 +192,13 @@ private:
     void connectSettings();
     void connectLinks();
     void connectBig();
+    void connectKept();
+    void openJournal();
+    void keepGame();
+    void showNotice(const QString &text);
+    // The whole game shown again, after an undo or a game brought back.
+    void paintGame();
+    void showRows(int count);
     void closeOtherWindows();
     void setProgramTitle();
 
@@ -248,4 +268,8 @@ private:
     QString m_numPlayersBefore;
     bool m_scoreToWinKeyed = false, m_scoreToWinRestoring = false;
     qint16 m_scoreToWinBefore = 0;
+    std::unique_ptr<journal::Writer> m_journal;
+    bool m_keptAny = false;  // this run's game has been written over the last one
+    std::optional<journal::Read> m_lastGame;  // the unfinished game found at start-up
+    QTimer *m_noticeTimer = nullptr;
 };

@@ -35,12 +35,12 @@ void frmTandrel::connectBig()
     // a text box or a list, whose keys are their own.
     const auto up = [this] { clkUp_Click(m_game.currentPlayer()); };
     const auto down = [this] { clkDown_Click(m_game.currentPlayer()); };
-    m_hostKeys = {{Qt::Key_Plus, up}, {Qt::Key_Equal, up}, {(Qt::KeypadModifier | Qt::Key_Plus).toCombined(), up},
-                  {Qt::Key_Minus, down}, {(Qt::KeypadModifier | Qt::Key_Minus).toCombined(), down},
-                  {Qt::Key_S, [this] {
-                       m_scoreboard = !m_scoreboard;
-                       paintAudience();
-                   }}};
+    m_hostKeys.insert({{Qt::Key_Plus, up}, {Qt::Key_Equal, up}, {(Qt::KeypadModifier | Qt::Key_Plus).toCombined(), up},
+                       {Qt::Key_Minus, down}, {(Qt::KeypadModifier | Qt::Key_Minus).toCombined(), down},
+                       {Qt::Key_S, [this] {
+                            m_scoreboard = !m_scoreboard;
+                            paintAudience();
+                        }}});
     for (auto it = m_hostKeys.cbegin(); it != m_hostKeys.cend(); ++it)
         connect(new QShortcut(QKeySequence(it.key()), this), &QShortcut::activated, this, [action = it.value()] {
             QWidget *focus = QApplication::focusWidget();

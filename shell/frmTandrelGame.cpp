@@ -59,8 +59,11 @@ void frmTandrel::connectGame()
                 [this, i](const QString &name) { m_game.setName(i, name); });
         // The room sees a name once the host has finished typing it.
         connect(txtPlayer[size_t(i)], &QLineEdit::editingFinished, this, [this, i] {
+            const bool renamed = m_game.finishedName(i) != m_game.name(i);
             m_game.finishName(i);
             paintAudience();
+            if (renamed)
+                keepGame();
         });
     }
     const std::pair<QAbstractButton *, void (frmTandrel::*)()> tabButtons[] = {

@@ -124,7 +124,7 @@ qint16 frmTandrel::clickerCode(qint16 keyCode) const
         return keyCode;
     if (keyCode == KeyRight || keyCode == KeyDown)
         return KeyPageDown;
-    return keyCode == KeyLeft || keyCode == KeyUp ? KeyPageUp : keyCode;
+    return keyCode == KeyLeft || keyCode == KeyUp ? qint16(KeyPageUp) : keyCode;
 }
 
 void frmTandrel::PageUpDown(qint16 &keyCode)
@@ -146,10 +146,7 @@ void frmTandrel::cmbNumPlayers_Click()
         if (undoKeyedChange(m_numPlayersKeyed, m_numPlayersRestoring, m_ui->cmbNumPlayers, m_numPlayersBefore))
             return;
         const qint16 n = toInt16(m_ui->cmbNumPlayers->currentText());
-        // Hidden rows keep their names and scores for when they come back.
-        for (int i = 0; i < 10; ++i)
-            for (QWidget *w : rowWidgets(i))
-                w->setVisible(i < n);
+        showRows(n);
         m_game.setPlayerCount(n);
         paintPlayers();
     });

@@ -105,6 +105,9 @@ private Q_SLOTS:
         QTest::newRow("keypad + on the host") << Key{false, Qt::KeypadModifier | Qt::Key_Plus, "2,1"};
         QTest::newRow("+ in a name") << Key{false, Qt::Key_Plus, "1,1", "name"};
         QTest::newRow("S in a name") << Key{false, Qt::Key_S, "open", "name"};
+        QTest::newRow("Ctrl+Z on the host") << Key{false, Qt::CTRL | Qt::Key_Z, "1,0"};
+        QTest::newRow("Ctrl+Z on the screen") << Key{true, Qt::CTRL | Qt::Key_Z, "1,0"};
+        QTest::newRow("Ctrl+Z in a name") << Key{false, Qt::CTRL | Qt::Key_Z, "1,1", "name"};
         QTest::newRow("S in a list") << Key{false, Qt::Key_S, "open", "list"};
         QTest::newRow("Right, clicker arrows, on the host") << Key{false, Qt::Key_Right, "M2", "", true};
         QTest::newRow("Up, clicker arrows, on the screen") << Key{true, Qt::Key_Up, "M6", "", true};

@@ -131,6 +131,9 @@ struct Play { int matches, phrases; QString script, state; QStringList seen; int
 struct Room { QString script; Kind kind; QString count; bool scoreboard; QString view; int length = 30; };
 // A countdown's length, its sound, a script, every change of the display ("!" a tick that failed), the
 // players' calls, and whether it runs at the end.
+// A script, the states seen undoing it step by step ("none": nothing left to undo), and what is
+// played after those undos (then nothing is left to redo).
+struct Undo { QString script; QStringList undone; QString then = {}; };
 struct Ticks { int length; QString sound, script; QStringList shown, calls; bool running = false; };
 }  // namespace
 
@@ -305,6 +308,49 @@ private Q_SLOTS:
         QCOMPARE(t.state(), row.state);
         QCOMPARE(t.seen, row.seen);
         QCOMPARE(t.counts, row.counts);
+    }
+
+    void undoRedo_data()
+    {
+        QTest::addColumn<Undo>("row");
+        const auto row = [](const char *name, const Undo &undo) { QTest::newRow(name) << undo; };
+        row("a round's end and the players chosen", {"c3 n n n", {"R1 T2 0,0,0 M3 P1 W10", "R1 T1 0,0,0 M2 P1 W10",
+                                                                   "R1 T0 0,0,0 M1 P1 W10", "R1 T0 0,0 M1 P1 W10", "none"}});
+        row("back and the round stays", {"c3 n n n p", {"R2 T0 0,0,0 M4 P1 W10", "R1 T2 0,0,0 M3 P1 W10"}});
+        row("a tie played on, both kinds moved", {"yes c3 w5 =0:5 =2:5 =1:4 n n n", {"R1 T2 5,4,5 M3 P1 W5", "R1 T1 5,4,5 M2 P1 W5"}});
+        row("points, a turn given, the target; names stay", {"@0:Ann u0 u1 k1 w15 d0", {"R1 T1 1,1 M1 P1 W15", "R1 T1 1,1 M1 P1 W10",
+                                                                                       "R1 T0 1,1 M1 P1 W10", "R1 T0 1,0 M1 P1 W10", "R1 T0 0,0 M1 P1 W10", "none"}});
+        row("a point refused is no change", {"u0 d1", {"R1 T0 0,0 M1 P1 W10", "none"}});
+        row("a winner's new game ends the history", {"w5 =1:5 n n", {"none"}});
+        row("a start ends it", {"n n sy", {"none"}});
+        row("a change after an undo ends the redo", {"n n", {"R1 T1 0,0 M2 P1 W10"}, "u0"});
+    }
+    void undoRedo()
+    {
+        QFETCH(Undo, row);
+        Script t;
+        int told = 0;
+        t.g.changed = [&] { ++told; };
+        t.play("S s");
+        t.play(row.script);
+        const auto state = [&] { return t.state() + " W" + QString::number(t.g.scoreToWin()) + ' ' + t.g.name(0); };
+        const QString end = state(), endSeen = t.seen.join('|');
+        QStringList undone;
+        while (undone.size() < row.undone.size())
+            undone << (t.g.undo() ? state().chopped(1 + t.g.name(0).size()) : QStringLiteral("none"));
+        QCOMPARE(undone, row.undone);
+        QCOMPARE(t.g.name(0), end.section(' ', -1));
+        told = 0;
+        if (!row.then.isEmpty()) {
+            t.play(row.then);
+            QVERIFY(!t.g.redo());
+            return;
+        }
+        while (t.g.redo())
+            ;
+        QCOMPARE(state(), end);
+        QCOMPARE(t.seen.join('|'), endSeen);  // no dialog again
+        QCOMPARE(told, int(row.undone.size() - row.undone.count("none")));
     }
 
     void audienceViews_data()

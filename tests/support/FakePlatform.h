@@ -46,6 +46,7 @@ public:
     std::function<int(QDialog &)> onModal;
 
     QString dir;  // the program folder, a fresh temporary one
+    QString data; // the user's data folder: none unless a test gives one
     bool otherInstance = false;
     QString activeWindow = QStringLiteral("frmTandrel");
     QRect screen{0, 0, 1920, 1080};
@@ -75,6 +76,7 @@ public:
     int messageBox(const QString &text, int style, const QString &title) override;
     int execModal(QDialog &dialog) override { return onModal ? onModal(dialog) : 0; }
     QString programDir() const override { return dir; }
+    QString dataDir() const override { return data; }
     QString exeName() const override { return QStringLiteral("Tandrel"); }
     platform::Version version() const override { return {1, 0, 0}; }
     bool previousInstance() override { return otherInstance; }

@@ -43,8 +43,10 @@ struct GameWindow {
 
     // 0 questions of a kind means that file is missing; so does an empty
     // configuration file.
-    explicit GameWindow(int matches = 6, int phrases = 6, const QByteArray &config = {})
+    // With a data folder, the game is kept there as it is played.
+    explicit GameWindow(int matches = 6, int phrases = 6, const QByteArray &config = {}, const QString &data = {})
     {
+        fake.data = data;
         if (!config.isEmpty())
             fake.writeFile(QStringLiteral("Tandrel.cfg"), config);
         for (bool phrase : {false, true})
@@ -96,13 +98,19 @@ struct GameWindow {
     //   -m -p the file gone; 0m 0p the file without questions; +m +p four new
     //   T t timer on or off; O o sound on or off; v a tick of the countdown
     //   tab0 tab1 a tab chosen; ^ _ PageDown and PageUp in a player's name
+    //   @0:Ann row 0 named Ann; undo redo resume: Ctrl+Z, Ctrl+Shift+Z, Ctrl+R
     void play(const QString &script)
     {
         for (const QString &step : script.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
             const QChar c = step[0];
             const int n = step.mid(1).section(QLatin1Char(':'), 0, 0).toInt();
             const bool phrase = c.isUpper();
-            if (step == "yes" || step == "no" || step == "esc")
+            if (step == "undo" || step == "redo" || step == "resume")
+                step == "undo" ? window->undoChange() : step == "redo" ? window->redoChange() : window->resumeLastGame();
+            else if (c == '@') {
+                window->txtPlayer[size_t(n)]->setText(step.section(':', 1));
+                Q_EMIT window->txtPlayer[size_t(n)]->editingFinished();
+            } else if (step == "yes" || step == "no" || step == "esc")
                 winAnswer = step == "yes" ? "clkYes" : step == "no" ? "clkNo" : "";
             else if (step.startsWith("tab"))
                 ui()->SSTab1->setCurrentIndex(step.mid(3).toInt());
@@ -171,3 +179,23 @@ struct GameWindow {
             .arg(deck(true).shown() ? deck(true).position() : 0);
     }
 };
+
+// All a kept game holds, in one line: "3 players W10 R2 T1 tab0 0,2,0 | Ann,Name,Name | M2 b/a/c | P1 x/y".
+inline QString keptText(const journal::Kept &kept)
+{
+    const game::Game::Snapshot &g = kept.game;
+    QStringList scores, names;
+    for (int i = 0; i < game::MaxPlayers; ++i)
+        scores << QString::number(g.scores[size_t(i)]), names << g.names[size_t(i)];
+    return QStringLiteral("%1 players W%2 R%3 T%4 tab%5 %6 | %7 | M%8 %9 | P%10 %11")
+        .arg(g.playerCount).arg(g.scoreToWin).arg(g.round).arg(g.current).arg(kept.tab)
+        .arg(scores.join(','), names.join(','))
+        .arg(g.positions[0]).arg(g.decks[0].join('/'))
+        .arg(g.positions[1]).arg(g.decks[1].join('/'));
+}
+
+// The game a window plays, as it would be kept.
+inline QString keptText(const frmTandrel &w)
+{
+    return keptText({w.game().snapshot(), w.ui()->SSTab1->currentIndex()});
+}
