@@ -61,7 +61,13 @@ rm -rf "$next" && mkdir -p "$next"
 cp build/bin/bench_screens "$next/"
 # Phrases of 280 characters or so, each its own (a number at both ends).
 awk 'BEGIN { for (i = 0; i < 2000; i++) { s = "Phrase " i " asks:"; while (length(s) < 220) s = s " the quick brown fox jumps over the lazy dog"; printf "%s and Blank ends %d.\r\n", s, i } }' > "$next/TandrelPhrases.txt"
-(cd "$next" && ./bench_screens 1000)
+# In turn, so the machine's state weighs on both alike.
+for run in 1 2; do
+  (cd "$next" && XDG_DATA_HOME="$PWD/data" ./bench_screens 1000)
+  (cd "$next" && ./bench_screens 1000 --no-journal)
+done
+echo "== Undo: the heap of 1,000 steps"
+build/bin/bench_screens undo
 echo "== Legibility of the audience screen at 1920x1080 (capitals over the screen's height)"
 legible="$out/legible"
 rm -rf "$legible" && mkdir -p "$legible"

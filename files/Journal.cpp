@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QHash>
 #include <algorithm>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace journal {
 
@@ -258,6 +260,8 @@ const QString &Writer::orderOf(int kind, const QStringList &deck)
 
 void Writer::run()
 {
+    // Below the window's thread: on a busy machine a paint goes first.
+    ::setpriority(PRIO_PROCESS, id_t(::gettid()), 10);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_wake.wait(lock, [this] { return m_stop || m_waiting; });

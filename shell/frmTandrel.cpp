@@ -199,6 +199,8 @@ void frmTandrel::closeEvent(QCloseEvent *event)
         }
         m_ending = true;
         m_countdown->pause();
+        if (m_journal)
+            m_journal->flush();  // the last change reaches the disk before the program ends
         event->accept();
         QCoreApplication::exit(0);
     });
