@@ -121,7 +121,6 @@ TurnChange Game::moveTurn(Direction direction)
     }
     m_current = 0;
     m_round = platform::add16(m_round, 1);
-    change.roundEnded = true;
 
     // Only the end of a round decides a game, and only rows in play count.
     for (int i = 0; i < m_playerCount; ++i)

@@ -24,7 +24,6 @@ enum class Direction { Forward, Back };
 
 // What a turn change did.
 struct TurnChange {
-    bool roundEnded = false;
     // At a round's end, the rows in play that reached the score to win with
     // the best score, in row order: one winner, or a tie.
     QList<int> winners;
@@ -160,7 +159,6 @@ public:
     // evening's history stays small. A new game ends the history.
     bool undo();
     bool redo();
-    bool canUndo() const { return !m_done.empty(); }
     void forgetHistory();
     // Told after each change, undo and redo, and after a new game.
     std::function<void()> changed;

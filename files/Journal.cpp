@@ -1,6 +1,5 @@
 #include "files/Journal.h"
 #include "core/QuestionRules.h"
-#include "platform/Globals.h"
 #include "platform/TextFiles.h"
 #include <QCryptographicHash>
 #include <QDir>
@@ -147,12 +146,13 @@ std::optional<Read> decode(const QByteArray &bytes, const QString &programDir)
     Read r;
     game::Game::Snapshot &g = r.kept.game;
     const auto players = number(field(2, "players").value_or(""), 2, game::MaxPlayers);
-    const auto target = number(field(3, "target").value_or(""), 1, 32767);
+    const auto target = number(field(3, "target").value_or(""), 5, 30);
     const auto turn = number(field(4, "turn").value_or(""), 0, players.value_or(0) - 1);
     const auto round = number(field(5, "round").value_or(""), 1, 32767);
     const auto tab = number(field(6, "tab").value_or(""), 0, 1);
     const QList<QByteArray> scores = field(7, "scores").value_or("").split(' ');
-    if (!players || !target || !turn || !round || !tab || scores.size() != game::MaxPlayers)
+    // The target is one the host's list offers: 5 to 30 in fives.
+    if (!players || !target || *target % 5 || !turn || !round || !tab || scores.size() != game::MaxPlayers)
         return std::nullopt;
     g.playerCount = *players;
     g.scoreToWin = qint16(*target);
@@ -200,7 +200,7 @@ Back bringBack(const Deck &kept, const QStringList &fileEntries, QStringList &en
         position = kept.position;
         return Back::Same;
     }
-    entries = Globals::ShuffleArray(fileEntries);
+    entries = fileEntries;
     position = 1;
     return Back::Afresh;
 }

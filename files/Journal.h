@@ -50,7 +50,8 @@ std::optional<Read> readFile(const QString &path, const QString &programDir);
 
 // A kept deck dealt again from its question file's accepted entries (in
 // file order): in the same order at the same place when they are the ones
-// it was dealt from, otherwise shuffled afresh from the first.
+// it was dealt from (Same); otherwise (Afresh) the file's entries as they
+// are, at the first, for the caller to shuffle.
 enum class Back { Same, Afresh, Missing };
 Back bringBack(const Deck &kept, const QStringList &fileEntries, QStringList &entries, qint16 &position);
 

@@ -2,12 +2,14 @@
 #include "core/QuestionRules.h"
 #include "core/RepeatFilter.h"
 #include "files/ConfigFile.h"
+#include "files/Journal.h"
 #include "platform/Errors.h"
 #include "platform/Numeric.h"
 #include "platform/TextFiles.h"
 #include "shell/RtfReader.h"
 
 #include <QByteArray>
+#include <QCryptographicHash>
 #include <QStringDecoder>
 #include <QStringList>
 #include <QTextDocument>
@@ -182,6 +184,48 @@ QString rulesDocument(QByteArrayView data)
     const qsizetype shown = document.toPlainText().size();
     if (shown > bytes.size() + 1)
         return QStringLiteral("%1 characters shown for %2 bytes").arg(shown).arg(bytes.size());
+    return {};
+}
+
+QString keptGame(QByteArrayView data)
+{
+    const QString folder = QStringLiteral("/fuzz/folder");
+    // Also with its sum made right, so the bytes reach the reader past it.
+    const QByteArray bytes = data.toByteArray();
+    const QByteArray summed = bytes + "sum " + QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex() + '\n';
+    for (const QByteArray &input : {bytes, summed}) {
+        const std::optional<journal::Read> read = journal::decode(input, folder);
+        if (!read)
+            continue;
+        if (journal::decode(input, QStringLiteral("/another/folder")))
+            return QStringLiteral("another folder's file read");
+        const game::Game::Snapshot &g = read->kept.game;
+        const bool inRange = g.playerCount >= 2 && g.playerCount <= game::MaxPlayers && g.current >= 0
+                             && g.current < g.playerCount && g.round >= 1 && g.scoreToWin >= 5 && g.scoreToWin <= 30
+                             && g.scoreToWin % 5 == 0 && (read->kept.tab == 0 || read->kept.tab == 1)
+                             && std::all_of(g.scores.begin(), g.scores.end(), [](qint16 s) { return s >= 0; });
+        if (!inRange)
+            return QStringLiteral("a number out of range");
+        // Dealt from questions of that many, and written again, it reads back the same.
+        journal::Kept again = read->kept;
+        for (size_t k : {0u, 1u}) {
+            const journal::Deck &d = read->decks[k];
+            if (!d.order.isEmpty() && (d.position < 1 || d.position > d.order.size()))
+                return QStringLiteral("a deck's place out of range");
+            for (int i : d.order)
+                again.game.decks[k] << QString::asprintf("q%06d", i);
+        }
+        const std::optional<journal::Read> back = journal::decode(journal::encode(again, folder).toUtf8(), folder);
+        if (!back)
+            return QStringLiteral("written again, it does not read");
+        const game::Game::Snapshot &b = back->kept.game;
+        const bool same = b.names == g.names && b.scores == g.scores && b.playerCount == g.playerCount
+                          && b.scoreToWin == g.scoreToWin && b.current == g.current && b.round == g.round
+                          && b.positions == g.positions && back->kept.tab == read->kept.tab
+                          && back->decks[0].order == read->decks[0].order && back->decks[1].order == read->decks[1].order;
+        if (!same)
+            return QStringLiteral("written again, it reads back otherwise");
+    }
     return {};
 }
 

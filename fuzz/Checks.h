@@ -1,6 +1,6 @@
 #pragma once
-// What must hold for any bytes given to the three readers of hand-edited
-// text. Each check returns an empty string when the input passes, otherwise
+// What must hold for any bytes given to the readers of hand-edited text
+// and of the kept game. Each check returns an empty string when the input passes, otherwise
 // what went wrong. The fuzz targets abort on a failure; the test suite runs
 // every input the fuzzers ever found through the same checks.
 #include <QByteArrayView>
@@ -23,5 +23,10 @@ QString configFile(QByteArrayView data);
 // The rules document reader: any bytes, no crash, RTF recognised by its
 // header only, and no more text out than bytes in.
 QString rulesDocument(QByteArrayView data);
+
+// The kept game's reader: a file read, as it is or with its sum made right,
+// holds only numbers the game can play with, is no other folder's, and
+// written again reads back the same.
+QString keptGame(QByteArrayView data);
 
 }  // namespace fuzzcheck

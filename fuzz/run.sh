@@ -16,7 +16,7 @@ seconds=${1:-30}
 runs=${2:-0}
 shift $(( $# > 2 ? 2 : $# ))
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(questions config rules)
+[ ${#targets[@]} -gt 0 ] || targets=(questions config rules kept)
 
 CC=clang CXX=clang++ cmake -S "$here" -B "$out" -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
 cmake --build "$out" -j"$(nproc 2>/dev/null || echo 2)" > /dev/null
@@ -41,11 +41,11 @@ seed rules "$top/assets/HowToPlayTandrel.rtf"
 for f in "$top"/tests/badinput/*.txt; do
   seed questions "$f" '\x00'; seed questions "$f" '\x01'; seed config "$f"; seed rules "$f"
 done
-for t in questions config rules; do
+for t in questions config rules kept; do
   for f in "$here/seeds/$t"/* "$here/regressions/$t"/*; do [ -f "$f" ] && seed "$t" "$f"; done
 done
 
-declare -A max_len=([questions]=2048 [config]=4096 [rules]=65536)
+declare -A max_len=([questions]=2048 [config]=4096 [rules]=65536 [kept]=4096)
 status=0
 printf '%-10s %12s %8s %8s %8s %8s %s\n' target runs seconds cov ft corpus findings
 for t in "${targets[@]}"; do

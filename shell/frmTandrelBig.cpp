@@ -32,7 +32,8 @@ void frmTandrel::connectBig()
     }
     // A host without a mouse: a point up or down for the player whose turn
     // it is, by the rules of the row's arrows, and the scoreboard. Never from
-    // a text box or a list, whose keys are their own.
+    // a text box or a list, whose keys are their own; a list has no Ctrl keys
+    // of its own, so undo works right after a choice in one.
     const auto up = [this] { clkUp_Click(m_game.currentPlayer()); };
     const auto down = [this] { clkDown_Click(m_game.currentPlayer()); };
     m_hostKeys.insert({{Qt::Key_Plus, up}, {Qt::Key_Equal, up}, {(Qt::KeypadModifier | Qt::Key_Plus).toCombined(), up},
@@ -41,12 +42,14 @@ void frmTandrel::connectBig()
                             m_scoreboard = !m_scoreboard;
                             paintAudience();
                         }}});
-    for (auto it = m_hostKeys.cbegin(); it != m_hostKeys.cend(); ++it)
-        connect(new QShortcut(QKeySequence(it.key()), this), &QShortcut::activated, this, [action = it.value()] {
+    for (auto it = m_hostKeys.cbegin(); it != m_hostKeys.cend(); ++it) {
+        const bool ctrl = it.key() & Qt::ControlModifier;
+        connect(new QShortcut(QKeySequence(it.key()), this), &QShortcut::activated, this, [action = it.value(), ctrl] {
             QWidget *focus = QApplication::focusWidget();
-            if (!qobject_cast<QLineEdit *>(focus) && !qobject_cast<QComboBox *>(focus))
+            if (!qobject_cast<QLineEdit *>(focus) && (ctrl || !qobject_cast<QComboBox *>(focus)))
                 action();
         });
+    }
     connect(m_ui->SSTab1, &QTabWidget::currentChanged, this, &frmTandrel::paintAudience);
     connect(m_countdown, &Countdown::displayChanged, this, &frmTandrel::paintAudience);
     // A display unplugged takes its audience screen with it.

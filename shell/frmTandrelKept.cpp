@@ -123,6 +123,7 @@ void frmTandrel::resumeLastGame()
             case journal::Back::Same:
                 break;
             case journal::Back::Afresh:
+                kept.decks[k] = Globals::ShuffleArray(kept.decks[k]);
                 told += QStringLiteral("; ") + name + QStringLiteral(" has changed, so its questions were dealt afresh");
                 break;
             case journal::Back::Missing:

@@ -108,6 +108,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Z on the host") << Key{false, Qt::CTRL | Qt::Key_Z, "1,0"};
         QTest::newRow("Ctrl+Z on the screen") << Key{true, Qt::CTRL | Qt::Key_Z, "1,0"};
         QTest::newRow("Ctrl+Z in a name") << Key{false, Qt::CTRL | Qt::Key_Z, "1,1", "name"};
+        QTest::newRow("Ctrl+Z in a list") << Key{false, Qt::CTRL | Qt::Key_Z, "1,0", "list"};
         QTest::newRow("S in a list") << Key{false, Qt::Key_S, "open", "list"};
         QTest::newRow("Right, clicker arrows, on the host") << Key{false, Qt::Key_Right, "M2", "", true};
         QTest::newRow("Up, clicker arrows, on the screen") << Key{true, Qt::Key_Up, "M6", "", true};

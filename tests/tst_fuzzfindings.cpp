@@ -38,7 +38,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<Row>("row");
         const QHash<QString, QString (*)(QByteArrayView)> checks{  // fuzz/seeds/TARGET and fuzz/regressions/TARGET
-            {"questions", fuzzcheck::questionFile}, {"config", fuzzcheck::configFile}, {"rules", fuzzcheck::rulesDocument}};
+            {"questions", fuzzcheck::questionFile}, {"config", fuzzcheck::configFile}, {"rules", fuzzcheck::rulesDocument},
+            {"kept", fuzzcheck::keptGame}};
         for (QDirIterator it(TANDREL_SOURCE_DIR "/fuzz", QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
             if (QFile file(it.next()); const auto check = checks.value(it.fileInfo().dir().dirName())) {
                 QVERIFY(file.open(QIODevice::ReadOnly));

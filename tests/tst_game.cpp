@@ -308,6 +308,7 @@ private Q_SLOTS:
         QCOMPARE(t.state(), row.state);
         QCOMPARE(t.seen, row.seen);
         QCOMPARE(t.counts, row.counts);
+        QVERIFY(!t.reloading);  // the title never stays "reloading"
     }
 
     void undoRedo_data()

@@ -5,6 +5,7 @@
 #include "TestMain.h"
 #include "core/Decks.h"
 #include "files/Journal.h"
+#include <QCryptographicHash>
 #include <QDir>
 #include <QProcess>
 #include <csignal>
@@ -80,7 +81,7 @@ private Q_SLOTS:
         row("the game of now replaced when the host says yes", {played, "", "u0 a6", Unfinished, Back, state, true});
         row("nothing played", {"", "", "", "", Nothing, Fresh});
         row("a won game's new deal", {"w5 =1:5 n n", "", "", "", Nothing, Fresh});
-        for (const char *damage : {"cut short", "garbage", "newer", "a folder"})
+        for (const char *damage : {"cut short", "garbage", "newer", "a folder", "tab 2", "turn 3", "target 7", "deck 7 "})
             row(damage, {played, damage, "", "", Nothing, Fresh});
         row("a data folder that takes no files", {played, "nodata", "", "", Nothing, Fresh});
     }
@@ -97,14 +98,27 @@ private Q_SLOTS:
         g.window.reset();  // the exit: what is waiting is written
         const QString path = journalOf(g.fake);
         QFile file(path);
-        if (row.between == "cut short" || row.between == "garbage" || row.between == "newer") {
+        const bool damaged = QStringList{"cut short", "garbage", "newer"}.contains(row.between) || row.between.contains(' ');
+        if (damaged) {
             QVERIFY(file.open(QIODevice::ReadWrite));
-            const QByteArray bytes = file.readAll();
+            QByteArray bytes = file.readAll();
+            if (row.between == "cut short")
+                bytes.chop(20);
+            else if (row.between == "garbage")
+                bytes.fill('\x9c');
+            else if (row.between == "newer")
+                bytes.replace("Tandrel game 1", "Tandrel game 2");
+            else {  // "KEY VALUE": a number out of range, under a right sum
+                bytes.truncate(bytes.indexOf("sum "));
+                const QByteArray to = row.between.toUtf8(), key = to.left(to.indexOf(' ') + 1);
+                const qsizetype at = bytes.indexOf("\n" + key) + 1;
+                const qsizetype rest = to.endsWith(' ') ? bytes.indexOf(' ', at + key.size()) + 1 : bytes.indexOf('\n', at);
+                bytes.replace(at, rest - at, to);
+                bytes += "sum " + QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex() + '\n';
+            }
             file.resize(0);
             file.seek(0);
-            file.write(row.between == "cut short" ? bytes.left(bytes.size() - 20)
-                       : row.between == "garbage" ? QByteArray(bytes.size(), '\x9c')
-                                                  : QByteArray(bytes).replace("Tandrel game 1", "Tandrel game 2"));
+            file.write(bytes);
             file.close();
         } else if (row.between == "a folder") {
             QVERIFY(file.remove() && QDir().mkdir(path));

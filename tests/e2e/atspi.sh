@@ -23,6 +23,8 @@ work=$TANDREL_ATSPI_WORK
 "$(command -v at-spi-bus-launcher || echo /usr/libexec/at-spi-bus-launcher)" --launch-immediately &
 bus=$!
 export QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+# The game is kept in the user's data folder: this run's own.
+export XDG_DATA_HOME="$work/data"
 "$work/Tandrel" > "$work/out.txt" 2>&1 &
 game=$!
 status=0

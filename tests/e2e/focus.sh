@@ -16,6 +16,8 @@ trap cleanup EXIT
 cp "$program_dir/Tandrel" "$work/"
 printf 'Christmas Blank\r\nBlank Pole\r\n' > "$work/TandrelLines.txt"
 export QT_QPA_PLATFORM=xcb
+# The game is kept in the user's data folder: this run's own.
+export XDG_DATA_HOME="$work/data"
 where=""
 
 fail() {

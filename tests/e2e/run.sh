@@ -25,6 +25,8 @@ fi
 
 work=$TANDREL_E2E_WORK
 export QT_QPA_PLATFORM=xcb
+# The game is kept in the user's data folder: this run's own.
+export XDG_DATA_HOME="$work/data"
 "$work/Tandrel" > "$work/out.txt" 2>&1 &
 pid=$!
 
@@ -87,4 +89,11 @@ done
 if printf '%s\n' "$log" | grep -q "Current SubRoutine"; then fail "the log holds a failure report"; fi
 # With GStreamer's good plugins (installed by tandrel.sh) the music plays, so no advice.
 if printf '%s\n' "$log" | grep -q "NOT registered"; then fail "the log gives sound advice on a machine that plays sound"; fi
-echo "end-to-end: main window, PageDown, Ctrl+Q and Yes; log in order"
+# The game as it was at the exit, kept in the data folder (the match deck at its
+# second line), and nothing new in the program folder.
+kept=$(ls "$work"/data/Tandrel/games/game-*.txt 2>/dev/null | head -n1 || true)
+[ -n "$kept" ] || fail "the game was not kept"
+grep -m1 '^deck ' "$kept" | grep -q '^deck 2 ' || fail "the kept game is not the one played: $(grep -m1 '^deck ' "$kept")"
+ls -A "$work" | grep -qv -e '^Tandrel$' -e '^Tandrel.*\.txt$' -e '^LogInfo.txt$' -e '^out.txt$' -e '^data$' \
+  && fail "a file in the program folder: $(ls -A "$work")"
+echo "end-to-end: main window, PageDown, Ctrl+Q and Yes; log in order; the game kept"

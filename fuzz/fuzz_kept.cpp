@@ -1,0 +1,2 @@
+#include "FuzzTarget.h"
+TANDREL_FUZZ_TARGET(fuzzcheck::keptGame)
