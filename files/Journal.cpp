@@ -87,15 +87,6 @@ std::optional<Deck> deckOf(const QByteArray &line)
     }
     return d;
 }
-}  // namespace
-
-QString pathFor(const QString &dataDir, const QString &programDir)
-{
-    return dataDir + QStringLiteral("/games/game-") + QString::fromLatin1(sumOf(programDir.toUtf8()).left(16))
-           + QStringLiteral(".txt");
-}
-
-namespace {
 QString encodeWith(const Kept &kept, const QString &programDir, const std::array<QString, 2> &decks)
 {
     const game::Game::Snapshot &g = kept.game;
@@ -117,6 +108,12 @@ QString encodeWith(const Kept &kept, const QString &programDir, const std::array
     return text + QStringLiteral("sum ") + QString::fromLatin1(sumOf(text.toUtf8())) + '\n';
 }
 }  // namespace
+
+QString pathFor(const QString &dataDir, const QString &programDir)
+{
+    return dataDir + QStringLiteral("/games/game-") + QString::fromLatin1(sumOf(programDir.toUtf8()).left(16))
+           + QStringLiteral(".txt");
+}
 
 QString encode(const Kept &kept, const QString &programDir)
 {
@@ -236,12 +233,6 @@ void Writer::flush()
     m_idle.wait(lock, [this] { return m_done == m_given; });
 }
 
-quint64 Writer::given() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_given;
-}
-
 quint64 Writer::written() const
 {
     const std::lock_guard lock(m_mutex);
@@ -250,7 +241,8 @@ quint64 Writer::written() const
 
 const QString &Writer::orderOf(int kind, const QStringList &deck)
 {
-    // The same deal shares its entries: worked out again only after a new one.
+    // The same deal shares its entries: worked out again only after a new
+    // one (holding the old deal keeps a new one from taking its address).
     if (m_dealt[size_t(kind)].constData() != deck.constData() || m_dealt[size_t(kind)].size() != deck.size()) {
         m_dealt[size_t(kind)] = deck;
         m_dealtOrder[size_t(kind)] = deck.isEmpty() ? QString() : journal::orderOf(deck);

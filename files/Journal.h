@@ -68,9 +68,8 @@ public:
     void keep(const Kept &kept);
     // Waits until everything given is written, or has failed.
     void flush();
-    // Games are numbered from 1 as they are given: the last one given, and
-    // the last one that reached the disk (a later one replaced any between).
-    quint64 given() const;
+    // Games are numbered from 1 as they are given: the last one that reached
+    // the disk (a later one replaces any still waiting), 0 for none yet.
     quint64 written() const;
 
 private:
