@@ -21,23 +21,16 @@ QString journalOf(const FakePlatform &fake)
 QString keptInFile(const FakePlatform &fake)
 {
     std::optional<journal::Read> read = journal::readFile(journalOf(fake), fake.dir);
-    if (!read)
-        return QStringLiteral("nothing");
-    for (questions::Kind kind : {questions::Kind::Match, questions::Kind::Phrase}) {
-        const QString file = fake.path(kind == questions::Kind::Match ? MatchFile : PhraseFile);
-        const size_t k = size_t(kind);
+    for (size_t k = 0; read && k < 2; ++k)
         if (!read->decks[k].order.isEmpty())
-            journal::bringBack(read->decks[k], QFile::exists(file) ? decks::ReadEntries(kind, file) : QStringList(),
+            journal::bringBack(read->decks[k], decks::ReadEntries(questions::Kind(k), fake.path(k ? PhraseFile : MatchFile)),
                                read->kept.game.decks[k], read->kept.game.positions[k]);
-    }
-    return keptText(read->kept);
+    return read ? keptText(read->kept) : QStringLiteral("nothing");
 }
 
-// Played, then what became of the files before the next start ("+m" the
-// match file changed, "-p" the phrases gone, or the kept file cut short,
-// garbage, newer, a folder; "nodata": a data folder that takes no files),
-// played after that start, the notices at the start and after Ctrl+R, and
-// the game then (decks: "same" as kept, or as the state shows them).
+// Played; what became of the files before the next start (a script, damage to the kept file,
+// "nodata": a data folder that takes no files); played after it; the notices at the start and
+// after Ctrl+R; the game then, and whether its decks are in the order kept.
 struct Resume { QString before, between, played, startNotice, notice, state; bool sameDecks = false; };
 const QString Unfinished = QStringLiteral("The last game was not finished: Ctrl+R brings it back");
 const QString Back = QStringLiteral("The last game is back");
