@@ -87,7 +87,8 @@ std::optional<Deck> deckOf(const QByteArray &line)
     }
     return d;
 }
-QString encodeWith(const Kept &kept, const QString &programDir, const std::array<QString, 2> &decks)
+// Each deck's order as orderOf gives it, empty for one never dealt.
+QString encodeWith(const Kept &kept, const QString &programDir, const std::array<QString, 2> &orders)
 {
     const game::Game::Snapshot &g = kept.game;
     QStringList lines{QString::fromLatin1(Heading),
@@ -103,7 +104,8 @@ QString encodeWith(const Kept &kept, const QString &programDir, const std::array
     lines << QStringLiteral("scores ") + scores.join(' ');
     for (const QString &name : g.names)
         lines << QStringLiteral("name ") + QString::fromLatin1(name.toUtf8().toPercentEncoding());
-    lines << decks[0] << decks[1];
+    for (size_t k : {0u, 1u})
+        lines << deckLine(g.positions[k], orders[k]);
     const QString text = lines.join('\n') + '\n';
     return text + QStringLiteral("sum ") + QString::fromLatin1(sumOf(text.toUtf8())) + '\n';
 }
@@ -117,10 +119,10 @@ QString pathFor(const QString &dataDir, const QString &programDir)
 
 QString encode(const Kept &kept, const QString &programDir)
 {
-    std::array<QString, 2> decks;
+    std::array<QString, 2> orders;
     for (size_t k : {0u, 1u})
-        decks[k] = deckLine(kept.game.positions[k], kept.game.decks[k].isEmpty() ? QString() : orderOf(kept.game.decks[k]));
-    return encodeWith(kept, programDir, decks);
+        orders[k] = kept.game.decks[k].isEmpty() ? QString() : orderOf(kept.game.decks[k]);
+    return encodeWith(kept, programDir, orders);
 }
 
 std::optional<Read> decode(const QByteArray &bytes, const QString &programDir)
@@ -132,10 +134,8 @@ std::optional<Read> decode(const QByteArray &bytes, const QString &programDir)
     if (lines[Lines] != "sum " + sumOf(bytes.left(body)))
         return std::nullopt;
     const auto field = [&](int i, const char *key) {
-        const QByteArray &line = lines[i];
-        return line.startsWith(key) && line.size() > qsizetype(qstrlen(key)) && line[qstrlen(key)] == ' '
-                   ? std::optional<QByteArray>(line.mid(qsizetype(qstrlen(key)) + 1))
-                   : std::nullopt;
+        const QByteArray prefix = QByteArray(key) + ' ';
+        return lines[i].startsWith(prefix) ? std::optional<QByteArray>(lines[i].mid(prefix.size())) : std::nullopt;
     };
     const auto folder = field(1, "folder");
     if (!folder || QString::fromUtf8(QByteArray::fromPercentEncoding(*folder)) != programDir)
@@ -264,11 +264,9 @@ void Writer::run()
         lock.unlock();
         bool ok = true;
         try {
-            std::array<QString, 2> decks;
-            for (int k : {0, 1})
-                decks[size_t(k)] = deckLine(kept.game.positions[size_t(k)], orderOf(k, kept.game.decks[size_t(k)]));
+            const std::array<QString, 2> orders{orderOf(0, kept.game.decks[0]), orderOf(1, kept.game.decks[1])};
             QDir().mkpath(QFileInfo(m_path).absolutePath());
-            platform::writeWhole(m_path, encodeWith(kept, m_programDir, decks));
+            platform::writeWhole(m_path, encodeWith(kept, m_programDir, orders));
         } catch (...) {
             ok = false;  // a folder that takes no files: nothing kept, the game goes on
         }

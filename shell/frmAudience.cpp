@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QVariantAnimation>
+#include <functional>
 
 frmAudience::frmAudience(QWidget *main)
     : LoggedWindow(main, QStringLiteral("Form_Unload frmAudience")), m_ui(new Ui::frmAudience)
@@ -120,22 +121,25 @@ void frmAudience::showView(const audience::View &view)
 
 void frmAudience::animate(QWidget *widget, bool flash)
 {
-    QGraphicsEffect *effect = flash ? static_cast<QGraphicsEffect *>(new QGraphicsColorizeEffect)
-                                    : new QGraphicsOpacityEffect;
+    // A flash fades an amber tint out; a fade brings the text in.
+    QGraphicsEffect *effect = nullptr;
+    std::function<void(qreal)> step;
+    if (flash) {
+        auto *tint = new QGraphicsColorizeEffect;
+        tint->setColor(QColor(255, 190, 0));
+        effect = tint;
+        step = [tint](qreal strength) { tint->setStrength(strength); };
+    } else {
+        auto *fade = new QGraphicsOpacityEffect;
+        effect = fade;
+        step = [fade](qreal opacity) { fade->setOpacity(opacity); };
+    }
     auto *animation = new QVariantAnimation(effect);
     animation->setDuration(AnimationMs);
     animation->setStartValue(flash ? 1.0 : 0.25);
     animation->setEndValue(flash ? 0.0 : 1.0);
-    const auto step = [effect, flash](const QVariant &value) {
-        if (flash)
-            static_cast<QGraphicsColorizeEffect *>(effect)->setStrength(value.toReal());
-        else
-            static_cast<QGraphicsOpacityEffect *>(effect)->setOpacity(value.toReal());
-    };
-    if (flash)
-        static_cast<QGraphicsColorizeEffect *>(effect)->setColor(QColor(255, 190, 0));
-    step(animation->startValue());
-    connect(animation, &QVariantAnimation::valueChanged, effect, step);
+    step(animation->startValue().toReal());
+    connect(animation, &QVariantAnimation::valueChanged, effect, [step](const QVariant &value) { step(value.toReal()); });
     // Done, the label paints itself again, without the effect's detour.
     connect(animation, &QVariantAnimation::finished, widget, [widget, effect] {
         if (widget->graphicsEffect() == effect)
